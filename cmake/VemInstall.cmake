@@ -1,0 +1,34 @@
+include(CMakePackageConfigHelpers)
+
+set(VEM_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/VemData)
+
+install(TARGETS VemData VemRLC EXPORT VemDataTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+file(GLOB VEM_PUBLIC_HEADERS CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/include/*.h)
+install(FILES ${VEM_PUBLIC_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/VemData)
+install(EXPORT VemDataTargets NAMESPACE VemData:: DESTINATION ${VEM_CMAKE_DIR})
+
+configure_package_config_file(
+  ${PROJECT_SOURCE_DIR}/cmake/VemDataConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/VemDataConfig.cmake
+  INSTALL_DESTINATION ${VEM_CMAKE_DIR})
+write_basic_package_version_file(
+  ${PROJECT_BINARY_DIR}/VemDataConfigVersion.cmake
+  VERSION ${PROJECT_VERSION}
+  COMPATIBILITY SameMajorVersion)
+install(FILES
+  ${PROJECT_BINARY_DIR}/VemDataConfig.cmake
+  ${PROJECT_BINARY_DIR}/VemDataConfigVersion.cmake
+  DESTINATION ${VEM_CMAKE_DIR})
+
+# The paths in the pkg-config file are taken as they are where they are absolute.
+foreach(kind INCLUDEDIR LIBDIR)
+  if(IS_ABSOLUTE "${CMAKE_INSTALL_${kind}}")
+    set(VEM_PC_${kind} "${CMAKE_INSTALL_${kind}}")
+  else()
+    set(VEM_PC_${kind} "\${prefix}/${CMAKE_INSTALL_${kind}}")
+  endif()
+endforeach()
+configure_file(
+  ${PROJECT_SOURCE_DIR}/cmake/VemData.pc.in ${PROJECT_BINARY_DIR}/VemData.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/VemData.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

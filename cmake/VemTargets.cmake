@@ -1,0 +1,46 @@
+# Options that every target of the project is compiled with.
+#
+# Contraction stays off, so that each floating-point step rounds once on every machine.
+function(vem_compile_options target)
+  target_compile_features(${target} PRIVATE cxx_std_17)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  target_compile_options(${target} PRIVATE
+    -ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  if(VEM_WARNINGS_AS_ERRORS)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(VEM_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${VEM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${VEM_SANITIZE})
+  endif()
+endfunction()
+
+# A shared library of the project: soname from the major version, and only the symbols that its
+# version script names.
+function(vem_add_library target)
+  cmake_parse_arguments(ARG "" "VERSION" "SOURCES" ${ARGN})
+  string(REGEX MATCH "^[0-9]+" major ${ARG_VERSION})
+  set(script ${PROJECT_SOURCE_DIR}/cmake/${target}.map)
+
+  add_library(${target} SHARED ${ARG_SOURCES})
+  add_library(VemData::${target} ALIAS ${target})
+  vem_compile_options(${target})
+  set_target_properties(${target} PROPERTIES
+    VERSION ${ARG_VERSION}
+    SOVERSION ${major}
+    INSTALL_RPATH "$ORIGIN"
+    LINK_DEPENDS ${script})
+  target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+  target_link_options(${target} PRIVATE
+    LINKER:--version-script=${script} LINKER:-Bsymbolic-functions LINKER:--as-needed)
+  target_include_directories(${target}
+    PUBLIC
+      $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+      $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/VemData>
+    PRIVATE
+      ${PROJECT_SOURCE_DIR})
+endfunction()

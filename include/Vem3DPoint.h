@@ -1,0 +1,34 @@
+#ifndef VEM_3D_POINT_H_
+#define VEM_3D_POINT_H_
+
+#include "VemExport.h"
+
+/// A point in space: a flat value of three doubles. Nothing is checked: an infinity or a NaN passes
+/// through.
+class VEM_EXPORT Vem3DPoint {
+ public:
+  Vem3DPoint() : x(0.0), y(0.0), z(0.0) {}  ///< The origin.
+  /// The point (x, y, z).
+  Vem3DPoint(double xValue, double yValue, double zValue) : x(xValue), y(yValue), z(zValue) {}
+  Vem3DPoint(const Vem3DPoint& other) = default;             ///< Copies the fields.
+  Vem3DPoint& operator=(const Vem3DPoint& other) = default;  ///< Copies the fields.
+  ~Vem3DPoint() = default;
+
+  /// Overwrites all coordinates.
+  void Reset(double xValue, double yValue, double zValue) {
+    x = xValue;
+    y = yValue;
+    z = zValue;
+  }
+
+  /// The sum by coordinate, each rounded once.
+  Vem3DPoint operator+(const Vem3DPoint& right) const;
+  /// The difference by coordinate, each rounded once.
+  Vem3DPoint operator-(const Vem3DPoint& right) const;
+
+  double x;  ///< First coordinate.
+  double y;  ///< Second coordinate.
+  double z;  ///< Third coordinate.
+};
+
+#endif  // VEM_3D_POINT_H_

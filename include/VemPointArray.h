@@ -1,0 +1,47 @@
+#ifndef VEM_POINT_ARRAY_H_
+#define VEM_POINT_ARRAY_H_
+
+#include <vector>
+
+#include "VemExport.h"
+#include "VemPoint.h"
+
+/// An ordered list of points.
+///
+/// An index is in range when it is not negative and below Length(). An operation that tests its
+/// index does nothing on a bad one; nothing is reported. Points go in and come out as copies, but
+/// for the reference that the non-const operator[] gives. What throws is the allocator alone.
+///
+/// Use an array from one thread at a time; reading it from several at once is safe.
+class VEM_EXPORT VemPointArray {
+ public:
+  VemPointArray();                            ///< Empty.
+  VemPointArray(const VemPointArray& other);  ///< A deep copy.
+  /// Makes the contents a copy of `other`'s and returns a further copy by value, not this array.
+  VemPointArray operator=(const VemPointArray& other);
+  ~VemPointArray();
+
+  void Append(VemPoint& value);        ///< Adds a copy at the end.
+  void Append(VemPointArray& values);  ///< Adds copies of all elements; itself: it doubles.
+  /// Inserts a copy before the element at `index`. Length() is out of range: nothing is ever added
+  /// at the end, nor to an empty array.
+  void Insert(int index, VemPoint& value);
+  void Remove(int index);                    ///< Removes the element at `index`.
+  void Replace(int index, VemPoint& value);  ///< Assigns over the element at `index`.
+  void Swap(int i, int j);                   ///< Exchanges two elements, both in range.
+  void Clear();                              ///< Empties the array and gives its storage back.
+
+  int Length() const;  ///< The number of elements.
+  /// Assigns the element at `index` to `*out`; out of range, `*out` stays as it was.
+  void Select(int index, VemPoint* out) const;
+
+  /// The element itself. Out of range: an invalid reference, which faults when touched.
+  VemPoint& operator[](int index);
+  /// A copy of the element. Out of range: indeterminate.
+  VemPoint operator[](int index) const;
+
+ private:
+  std::vector<VemPoint>* store_;
+};
+
+#endif  // VEM_POINT_ARRAY_H_

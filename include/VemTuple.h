@@ -1,0 +1,83 @@
+#ifndef VEM_TUPLE_H_
+#define VEM_TUPLE_H_
+
+#include <vector>
+
+#include "VemExport.h"
+#include "VemVar.h"
+
+/// An ordered list of control values, mixed in kind as the caller likes: the system's list of
+/// numbers. Run tables, coordinate lists and overlay data are such arrays.
+///
+/// An index is in range when it is not negative and below Length(). Whatever goes in or comes out
+/// is a deep copy, but for the reference that the non-const operator[] gives.
+///
+/// Nothing is reported: an operation that tests its index does nothing on a bad one. What throws is
+/// the allocator alone. Use an array from one thread at a time; reading it from several at once is
+/// safe.
+class VEM_EXPORT VemVarArray {
+ public:
+  VemVarArray();                                     ///< Empty.
+  VemVarArray(long value);                           ///< One element, that integer; never a count.
+  VemVarArray(int value);                            ///< One element, that integer; never a count.
+  VemVarArray(double value);                         ///< One element, that double.
+  VemVarArray(float value);                          ///< One element, the value as a double.
+  VemVarArray(const char* text);                     ///< One element, a copy of the text.
+  VemVarArray(const VemVar& value);                  ///< One element, a copy of the value.
+  VemVarArray(const VemVarArray& other);             ///< A deep copy.
+  VemVarArray& operator=(const VemVarArray& other);  ///< Copy.
+  ~VemVarArray();
+
+  /// Makes the contents a deep copy of `other`'s. Copying an array onto itself changes nothing.
+  void Copy(const VemVarArray& other);
+
+  /// Adds a copy at the end, in amortised constant time.
+  void Append(const VemVar& value);
+  /// Inserts a copy before the element at `index`, which must be in range: Length() is not, so
+  /// nothing is ever added at the end, nor to an empty array.
+  void Insert(int index, const VemVar& value);
+  /// Removes the element at `index`; out of range, nothing happens.
+  void Remove(int index);
+  /// Assigns `value` over the element at `index`; out of range, nothing happens. An element that is
+  /// a text must not be replaced by itself.
+  void Replace(int index, const VemVar& value);
+  /// Exchanges two elements; with either index out of range, nothing happens. A text must not be
+  /// exchanged with itself.
+  void Swap(int i, int j);
+  /// Puts the elements in the opposite order.
+  void Invert();
+  /// Empties the array and gives its storage back.
+  void Clear();
+  /// Gives up the array itself. Final: afterwards the object must not be touched, not even
+  /// destroyed. To empty an array, call Clear.
+  void Reset();
+
+  /// The number of elements.
+  int Length() const;
+  /// Assigns the element at `index` to `*out`; out of range, `*out` stays as it was.
+  void Select(int index, VemVar* out) const;
+  /// The first position from `start` on whose element is == `value`, or -1. As VemVar's == has it,
+  /// a value of kind VemVarNone is never found, and the integer 1 finds 1.0. `start` must not be
+  /// negative.
+  int IndexOf(const VemVar& value, int start = 0);
+
+  /// The element itself. Out of range: an invalid reference, which faults when touched.
+  VemVar& operator[](int index);
+  /// A copy of the element. Out of range: indeterminate.
+  VemVar operator[](int index) const;
+  /// This array's elements, then those of `right`; no element is added to another.
+  VemVarArray operator+(const VemVarArray& right) const;
+  /// The opposite of !=. Elements that VemVar holds to be neither equal nor unequal count as the
+  /// same here, as two of kind VemVarNone do, or "1" and the integer 1.
+  bool operator==(const VemVarArray& right) const;
+  /// Whether the lengths differ, or two elements at one position are != by VemVar's operator. A NaN
+  /// makes an array differ from every array, itself included.
+  bool operator!=(const VemVarArray& right) const;
+
+ private:
+  friend class RunTriple;
+
+  std::vector<VemVar>* store_;
+};
+
+#endif  // VEM_TUPLE_H_

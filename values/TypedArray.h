@@ -1,0 +1,90 @@
+#ifndef VALUES_TYPED_ARRAY_H_
+#define VALUES_TYPED_ARRAY_H_
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+/// The contract that all typed arrays share, on the vector behind a handle. An index is in range
+/// when it is not negative and below the length; an operation on any other does nothing.
+namespace typed_array {
+
+template <typename T>
+bool InRange(const std::vector<T>& elements, int index) {
+  return index >= 0 && static_cast<std::size_t>(index) < elements.size();
+}
+
+template <typename T>
+int Length(const std::vector<T>& elements) {
+  return static_cast<int>(elements.size());
+}
+
+/// Appends copies of `added`, which may be `elements` itself: its length counts as it is at entry.
+template <typename T>
+void AppendAll(std::vector<T>& elements, const std::vector<T>& added) {
+  const std::size_t count = added.size();
+  for (std::size_t i = 0; i < count; ++i) elements.push_back(added[i]);
+}
+
+template <typename T>
+void Insert(std::vector<T>& elements, int index, const T& value) {
+  if (InRange(elements, index)) elements.insert(elements.begin() + index, value);
+}
+
+template <typename T>
+void Remove(std::vector<T>& elements, int index) {
+  if (InRange(elements, index)) elements.erase(elements.begin() + index);
+}
+
+template <typename T>
+void Replace(std::vector<T>& elements, int index, const T& value) {
+  if (InRange(elements, index)) elements[static_cast<std::size_t>(index)] = value;
+}
+
+template <typename T>
+void Select(const std::vector<T>& elements, int index, T* out) {
+  if (InRange(elements, index)) *out = elements[static_cast<std::size_t>(index)];
+}
+
+/// Exchanges through a copy of element i, with no shortcut for an element and itself.
+template <typename T>
+void Swap(std::vector<T>& elements, int i, int j) {
+  if (!InRange(elements, i) || !InRange(elements, j)) return;
+  T& first = elements[static_cast<std::size_t>(i)];
+  T& second = elements[static_cast<std::size_t>(j)];
+  const T copy(first);
+  first = second;
+  second = copy;
+}
+
+/// Destroys the elements and gives their storage back.
+template <typename T>
+void Clear(std::vector<T>& elements) {
+  std::vector<T>().swap(elements);
+}
+
+/// A reference into the page at address 0, which no process can touch: whoever uses it faults at
+/// once, instead of writing into memory that belongs to something else.
+template <typename T>
+T& InvalidReference() {
+  constexpr std::uintptr_t kAddress = 1024;
+  static_assert(kAddress % alignof(T) == 0 && kAddress + sizeof(T) <= 4096, "one page, aligned");
+  return *reinterpret_cast<T*>(kAddress);
+}
+
+template <typename T>
+T& Element(std::vector<T>& elements, int index) {
+  return InRange(elements, index) ? elements[static_cast<std::size_t>(index)]
+                                  : InvalidReference<T>();
+}
+
+/// A copy of the element, or a default element out of range.
+template <typename T>
+T ElementCopy(const std::vector<T>& elements, int index) {
+  return InRange(elements, index) ? elements[static_cast<std::size_t>(index)] : T();
+}
+
+}  // namespace typed_array
+
+#endif  // VALUES_TYPED_ARRAY_H_
