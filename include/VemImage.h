@@ -1,0 +1,87 @@
+#ifndef VEM_IMAGE_H_
+#define VEM_IMAGE_H_
+
+#include "VemExport.h"
+
+namespace cv {
+class Mat;
+}  // namespace cv
+
+/// The type of one channel of an image: OpenCV's depth code. The number of channels is told apart.
+enum VemImageType : int {
+  VemImageType8U = 0,   ///< unsigned 8-bit integer
+  VemImageType8S = 1,   ///< signed 8-bit integer
+  VemImageType16U = 2,  ///< unsigned 16-bit integer
+  VemImageType16S = 3,  ///< signed 16-bit integer
+  VemImageType32S = 4,  ///< signed 32-bit integer
+  VemImageType32F = 5,  ///< 32-bit float
+  VemImageType64F = 6   ///< 64-bit float
+};
+
+/// A raster image: a handle on one `cv::Mat`.
+///
+/// Pixels stand by row, then by column, then by channel, in whatever channel order the source had.
+/// An image is either empty (0 by 0, one channel, no data) or holds pixels. Test Width or Height
+/// for emptiness, not Channels.
+///
+/// Copy construction, assignment and ShallowCopy share the pixels through `cv::Mat`'s reference
+/// count, in constant time; DeepCopy does not. A caller's buffer is always copied in, never kept.
+/// When OpenCV fails while an image is copied, the copy is empty and nothing is raised.
+///
+/// Use an object from one thread at a time; separate objects may be used at once, and two images
+/// that share pixels may be destroyed on different threads.
+class VEM_EXPORT VemImage {
+ public:
+  /// Empty.
+  VemImage();
+
+  /// Copies a caller's buffer; the copy has packed rows.
+  ///
+  /// `step` is in bytes from one row to the next and may be wider than a row (padding is dropped),
+  /// narrower, or negative; 0, or a height of 1, means packed rows. `channels` takes any count of
+  /// 1 to 512. A type outside 0 to 6 gives the empty image, as does a zero area.
+  ///
+  /// A null `data` beside a non-zero area raises `cv::Exception`, and so do a step that is no
+  /// multiple of a channel's size and a negative size beside a non-zero area.
+  VemImage(unsigned char* data, int step, int height, int width, int channels, VemImageType type);
+
+  /// Shares the pixels of `other`.
+  VemImage(const VemImage& other);
+  /// Shares the pixels of `other` and lets the own ones go.
+  VemImage& operator=(const VemImage& other);
+  ~VemImage();
+
+  /// Replaces the image by a copy of a caller's buffer, and returns whether the arguments were
+  /// taken.
+  ///
+  /// Refused with false, the image unchanged: a negative size; channels other than 1 or 3; a `step`
+  /// that is not exactly `width * channels *` the size of a channel in bytes. A type outside 0 to 6
+  /// gives true and changes nothing. A null `data` beside a non-zero area raises `cv::Exception`;
+  /// the image is then unchanged.
+  ///
+  /// The old pixels are let go, never written: images that share them keep them.
+  bool CreateImage(unsigned char* data, int step, int height, int width, int channels,
+                   VemImageType type);
+
+  /// An image with pixels of its own, in packed rows.
+  VemImage DeepCopy() const;
+  /// An image that shares the pixels of this one.
+  VemImage ShallowCopy() const;
+
+  int Width() const;   ///< Number of columns.
+  int Height() const;  ///< Number of rows.
+  int Step() const;    ///< Bytes from one row to the next.
+  /// The first pixel, writable, null in an empty image. It stays valid until the image is replaced
+  /// or destroyed. Writing changes every image that shares the pixels.
+  unsigned char* ImageData();
+  int Channels() const;           ///< Channels of a pixel; 1 for an empty image.
+  VemImageType BitDepth() const;  ///< The type of a channel, no number of bits; 0 if it has none.
+
+  cv::Mat& Mat();              ///< The OpenCV matrix itself, no copy.
+  const cv::Mat& Mat() const;  ///< The OpenCV matrix itself, no copy.
+
+ private:
+  cv::Mat* mat;
+};
+
+#endif  // VEM_IMAGE_H_
