@@ -1,0 +1,136 @@
+#include "VemRegion.h"
+
+#include <algorithm>
+#include <opencv2/core.hpp>
+
+#include "VemRLC.h"
+#include "VemRegionData.h"
+#include "regions/RunTriple.h"
+#include "values/Processor.h"
+
+namespace {
+
+bool SameLength(const VemVarArray& rows, const VemVarArray& firstColumns,
+                const VemVarArray& lastColumns) {
+  return rows.Length() == firstColumns.Length() && rows.Length() == lastColumns.Length();
+}
+
+// The largest element, at least 0.
+int Largest(const VemVarArray& values) {
+  int largest = 0;
+  for (int i = 0; i < values.Length(); ++i) largest = std::max(largest, values[i].I());
+  return largest;
+}
+
+// Compares the untruncated coordinate: an infinity becomes the smallest integer here, and what
+// follows it may lie outside the mask.
+void Raise(int& largest, double coordinate) {
+  if (coordinate > static_cast<double>(largest)) largest = TruncateToInt(coordinate);
+}
+
+void Plot(const VemPoint& point, cv::Mat& mask) {
+  const int x = TruncateToInt(point.x);
+  const int y = TruncateToInt(point.y);
+  if (x >= 0 && x < mask.cols && y >= 0 && y < mask.rows) mask.ptr(y)[x] = 255;
+}
+
+// Runs component by component, in the coder's order.
+void CopyRuns(const VemRLC& coder, VemRegionData& region) {
+  RunTriple runs(region.Rows, region.FirstColumns, region.LastColumns);
+  runs.Reserve(coder.ComponentRuns.size());
+  for (int i = 0; i < coder.ComponentCount; ++i) {
+    const auto component = static_cast<std::size_t>(i);
+    const auto end = static_cast<std::size_t>(coder.ComponentStarts[component + 1]);
+    for (auto k = static_cast<std::size_t>(coder.ComponentStarts[component]); k < end; ++k) {
+      const Run& run = coder.ComponentRuns[k];
+      runs.Append(run.Row, run.FirstColumn, run.LastColumn);
+    }
+  }
+}
+
+}  // namespace
+
+VemRegion::VemRegion() : data_(new VemRegionData) {}
+
+VemRegion::VemRegion(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns)
+    : VemRegion() {
+  if (!SameLength(rows, firstColumns, lastColumns) || rows.Length() < 1) return;
+  CreateRegion(WrapAdd(Largest(lastColumns), 1), WrapAdd(Largest(rows), 1), rows, firstColumns,
+               lastColumns);
+}
+
+VemRegion::VemRegion(int width, int height, VemVarArray& rows, VemVarArray& firstColumns,
+                     VemVarArray& lastColumns)
+    : VemRegion() {
+  if (!SameLength(rows, firstColumns, lastColumns) || width < 1 || height < 1) return;
+  CreateRegion(width, height, rows, firstColumns, lastColumns);
+}
+
+VemRegion::VemRegion(VemPointArray& points) : VemRegion() {
+  const VemPoint first = static_cast<const VemPointArray&>(points)[0];
+  int largestX = TruncateToInt(first.x);
+  int largestY = TruncateToInt(first.y);
+  for (int i = 0; i < points.Length(); ++i) {
+    Raise(largestX, points[i].x);
+    Raise(largestY, points[i].y);
+  }
+  if (largestY < 1 || largestX < 1) return;
+  CodePoints(points, WrapAdd(largestX, 1), WrapAdd(largestY, 1));
+}
+
+VemRegion::VemRegion(int width, int height, VemPointArray& points) : VemRegion() {
+  if (width < 1 || height < 1) return;
+  CodePoints(points, width, height);
+}
+
+VemRegion::VemRegion(const VemRegion& other) : VemRegion() { *this = other; }
+
+VemRegion& VemRegion::operator=(const VemRegion& other) {
+  if (data_ == nullptr) data_ = new VemRegionData;
+  CreateRegion(other.data_->Width, other.data_->Height, other.data_->Rows,
+               other.data_->FirstColumns, other.data_->LastColumns);
+  if (other.data_->Contours.empty()) return *this;
+  data_->Hierarchy = other.data_->Hierarchy;
+  data_->Contours = other.data_->Contours;
+  return *this;
+}
+
+VemRegion::~VemRegion() { delete data_; }
+
+void VemRegion::SetWidth(int width) { data_->Width = width; }
+void VemRegion::SetHeight(int height) { data_->Height = height; }
+
+void VemRegion::SetRuns(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns) {
+  data_->Rows = rows;
+  data_->FirstColumns = firstColumns;
+  data_->LastColumns = lastColumns;
+}
+
+void VemRegion::CreateRegion(int width, int height, VemVarArray& rows, VemVarArray& firstColumns,
+                             VemVarArray& lastColumns) {
+  SetWidth(width);
+  SetHeight(height);
+  SetRuns(rows, firstColumns, lastColumns);
+}
+
+int VemRegion::Width() const { return data_->Width; }
+int VemRegion::Height() const { return data_->Height; }
+
+void VemRegion::GetRegionRuns(VemVarArray* rows, VemVarArray* firstColumns,
+                              VemVarArray* lastColumns) {
+  *rows = data_->Rows;
+  *firstColumns = data_->FirstColumns;
+  *lastColumns = data_->LastColumns;
+}
+
+// The trip through a mask merges duplicate and neighbouring points into runs.
+void VemRegion::CodePoints(VemPointArray& points, int width, int height) {
+  cv::Mat mask(height, width, CV_8UC1, cv::Scalar(0));
+  for (int i = 0; i < points.Length(); ++i) Plot(points[i], mask);
+  VemRLC coder;
+  coder.SetParam(1, 9, false, -1, -1, -1, false, false);
+  coder.Calc(mask, true);
+  data_->Width = width;
+  data_->Height = height;
+  CopyRuns(coder, *data_);
+}
