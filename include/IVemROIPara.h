@@ -1,0 +1,128 @@
+#ifndef I_VEM_ROI_PARA_H_
+#define I_VEM_ROI_PARA_H_
+
+#include "VemExport.h"
+#include "VemPoint.h"
+#include "VemPointArray.h"
+#include "VemTuple.h"
+
+/// The shape of a region of interest.
+enum VemROIType : int {
+  VemROIRect1 = 0,      ///< axis-parallel rectangle by two corners
+  VemROICircle = 1,     ///< filled circle
+  VemROITorus = 2,      ///< ring or ring sector
+  VemROINone = 3,       ///< no shape
+  VemROIPolygon = 4,    ///< filled polygon
+  VemROIIrregular = 5,  ///< closed chain of listed pixels
+  VemROIRect2 = 6,      ///< rotated rectangle
+  VemROILine = 7,       ///< line segment
+  VemROIEllipse = 8,    ///< rotated filled ellipse
+  VemROIArc = 9,        ///< circular arc
+  VemROIPoint = 10,     ///< single point
+  VemROIMask = 11       ///< ready-made run mask
+};
+
+/// A region of interest, told by numbers: the implementation object behind VemROI.
+///
+/// Coordinates, radii and lengths are pixels, rows growing downward. Angles are degrees and grow
+/// counter-clockwise as the image is seen: 0 points along growing columns, 90 toward smaller rows.
+///
+/// A generator that refuses its numbers leaves no shape: the type VemROINone. The two generators
+/// from points are thinner, as told there. A reader returns whether the shape is of its kind and
+/// its numbers make sense. Coordinates come back rounded to float; radii, lengths and angles do
+/// not.
+///
+/// Nothing is reported; what throws is the allocator, and OpenCV's where a shape needs a raster too
+/// large for memory. Use an object from one thread at a time; reading it from several at once is
+/// safe.
+class VEM_EXPORT IVemROIPara {
+ public:
+  /// No shape. Width and Height are left as the memory has them.
+  IVemROIPara();
+  /// Copies the arrays and the type. Width and Height are left as the memory has them.
+  IVemROIPara(const IVemROIPara& other);
+  /// Copies all fields.
+  IVemROIPara& operator=(const IVemROIPara& other);
+  ~IVemROIPara();
+
+  /// A point. Stored x before y, unlike every other shape.
+  void GenPoint(VemPoint& point);
+  /// A rectangle from its upper left to its lower right corner, both included. Refused unless
+  /// `p2` is greater in x and in y.
+  void GenRect1(VemPoint& p1, VemPoint& p2);
+  /// A filled circle; the radius must be above 0.
+  void GenCircle(VemPoint& center, double radius);
+  /// A ring, from `startAngle` on for `sweepAngle` degrees. The radii must be above 0 and the outer
+  /// one the greater; the sweep must not be negative.
+  void GenTorus(VemPoint& center, double innerRadius, double outerRadius, double startAngle,
+                double sweepAngle);
+  /// A rotated rectangle. `length1` is the full side along the direction `angle`, `length2` the
+  /// one across; both must be above 0.
+  void GenRect2(VemPoint& center, double length1, double length2, double angle);
+  /// A segment between two points that must differ.
+  void GenLine(VemPoint& p1, VemPoint& p2);
+  /// A rotated ellipse. `radius1` is the semi-axis along the direction `angle`, `radius2` the one
+  /// across; both must be above 0, either may be the larger.
+  void GenEllipse(VemPoint& center, double radius1, double radius2, double angle);
+  /// An arc, from `startAngle` on for `sweepAngle` degrees. The radius must be above 0, the sweep
+  /// not negative.
+  void GenArc(VemPoint& center, double radius, double startAngle, double sweepAngle);
+  /// A filled polygon of at least 3 vertices; the closing vertex is not listed. Arrays that differ
+  /// in length are refused.
+  void GenPolygon(VemVarArray& rows, VemVarArray& cols);
+  /// A filled polygon. With fewer than 3 points only the numbers are dropped: the old type stays,
+  /// over no numbers.
+  void GenPolygon(VemPointArray& points);
+  /// A closed chain of pixels; with fewer than 3 points as GenPolygon.
+  void GenIrregular(VemPointArray& points);
+
+  /// The readers return false and leave their outputs alone when the shape is of another kind. When
+  /// it is of theirs, the outputs are written, and the result tells whether the numbers pass the
+  /// reader's test, which is the generator's but for the sweep of a ring or an arc: it must be
+  /// above 0 here.
+  bool GetPoint(VemPoint* point) const;
+  bool GetRect1(VemPoint* p1, VemPoint* p2) const;         ///< As GetPoint.
+  bool GetCircle(VemPoint* center, double* radius) const;  ///< As GetPoint.
+  bool GetTorus(VemPoint* center, double* innerRadius, double* outerRadius, double* startAngle,
+                double* sweepAngle) const;  ///< As GetPoint.
+  bool GetRect2(VemPoint* center, double* length1, double* length2,
+                double* angle) const;              ///< As GetPoint.
+  bool GetLine(VemPoint* p1, VemPoint* p2) const;  ///< As GetPoint.
+  bool GetEllipse(VemPoint* center, double* radius1, double* radius2,
+                  double* angle) const;  ///< As GetPoint.
+  bool GetArc(VemPoint* center, double* radius, double* startAngle,
+              double* sweepAngle) const;  ///< As GetPoint.
+  /// As GetPoint; replaces both arrays. Alone among the readers it does not round coordinates.
+  bool GetPolygon(VemVarArray* rows, VemVarArray* cols) const;
+  bool GetPolygon(VemPointArray* points) const;    ///< As GetPoint; replaces.
+  bool GetIrregular(VemPointArray* points) const;  ///< As GetPoint; replaces.
+
+  /// The pixels of the shape as runs, each from its first to its last column, both included.
+  ///
+  /// The arrays are emptied first. `*width` and `*height` become the canvas, counted from the
+  /// origin, not from the shape. Runs are clipped at row 0 and column 0 alone and may lie beyond
+  /// any image. The numbers of most shapes lose their fraction first. A shape wholly left of or
+  /// above the origin gives false and a canvas of 0 by 0; no shape gives false, and a point true,
+  /// with the canvas left alone.
+  ///
+  /// A line must not be vertical (a fault of the processor, SIGFPE), and one that is wider than
+  /// high has no runs. Of an irregular shape only the listed pixels appear.
+  bool GetMask(VemVarArray* rows, VemVarArray* firstColumns, VemVarArray* lastColumns, int* width,
+               int* height) const;
+
+  /// Drops the shape. Width and Height stay.
+  void Reset();
+  VemROIType ROIType() const;  ///< The kind of the shape.
+  bool IsRect1() const;        ///< Whether it is an axis-parallel rectangle.
+  bool IsMask() const;         ///< Whether it is a run mask.
+
+  VemVarArray Params;        ///< The shape's numbers, doubles, y before x but for a point.
+  VemROIType Type;           ///< The kind of the shape.
+  int Width;                 ///< Columns of the canvas, of a mask only.
+  int Height;                ///< Rows of the canvas, of a mask only.
+  VemVarArray Rows;          ///< The rows of a mask's runs.
+  VemVarArray FirstColumns;  ///< The first columns of a mask's runs.
+  VemVarArray LastColumns;   ///< The last columns of a mask's runs, included.
+};
+
+#endif  // I_VEM_ROI_PARA_H_

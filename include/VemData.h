@@ -1,0 +1,19 @@
+#ifndef VEM_DATA_H_
+#define VEM_DATA_H_
+
+/// The whole library at once.
+
+#include "IVemROIPara.h"
+#include "Vem3DPoint.h"
+#include "Vem3DPointArray.h"
+#include "VemImage.h"
+#include "VemPoint.h"
+#include "VemPointArray.h"
+#include "VemRLC.h"
+#include "VemROI.h"
+#include "VemRegion.h"
+#include "VemRegionData.h"
+#include "VemTuple.h"
+#include "VemVar.h"
+
+#endif  // VEM_DATA_H_
