@@ -21,7 +21,14 @@ install(FILES
   ${PROJECT_BINARY_DIR}/VemDataConfigVersion.cmake
   DESTINATION ${VEM_CMAKE_DIR})
 
-# The paths in the pkg-config file are taken as they are where they are absolute.
+# The pkg-config file tells its places from its own, so that the installed tree may be moved; places
+# that were given as absolute stay so.
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+  set(VEM_PC_PREFIX ${CMAKE_INSTALL_PREFIX})
+else()
+  file(RELATIVE_PATH VEM_PC_UP "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+  set(VEM_PC_PREFIX "\${pcfiledir}/${VEM_PC_UP}")
+endif()
 foreach(kind INCLUDEDIR LIBDIR)
   if(IS_ABSOLUTE "${CMAKE_INSTALL_${kind}}")
     set(VEM_PC_${kind} "${CMAKE_INSTALL_${kind}}")

@@ -76,6 +76,12 @@ class VEM_EXPORT IVemROIPara {
   /// A closed chain of pixels; with fewer than 3 points as GenPolygon.
   void GenIrregular(VemPointArray& points);
 
+  /// A ready-made mask: copies of the runs, on a canvas that must be at least 2 by 2. Arrays that
+  /// differ in length are refused. No run is looked at: an empty mask exists, and runs may lie
+  /// outside the canvas.
+  void GenMask(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns, int width,
+               int height);
+
   /// The readers return false and leave their outputs alone when the shape is of another kind. When
   /// it is of theirs, the outputs are written, and the result tells whether the numbers pass the
   /// reader's test, which is the generator's but for the sweep of a ring or an arc: it must be

@@ -40,6 +40,9 @@ class VEM_EXPORT VemROI {
   void GenPolygon(VemVarArray& rows, VemVarArray& cols);  ///< IVemROIPara::GenPolygon
   void GenPolygon(VemPointArray& points);                 ///< IVemROIPara::GenPolygon
   void GenIrregular(VemPointArray& points);               ///< IVemROIPara::GenIrregular
+  /// IVemROIPara::GenMask
+  void GenMask(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns, int width,
+               int height);
 
   bool GetPoint(VemPoint* point);                          ///< IVemROIPara::GetPoint
   bool GetRect1(VemPoint* p1, VemPoint* p2) const;         ///< IVemROIPara::GetRect1

@@ -153,6 +153,20 @@ void IVemROIPara::GenIrregular(VemPointArray& points) {
   SetVertices(*this, VemROIIrregular, points);
 }
 
+void IVemROIPara::GenMask(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns,
+                          int width, int height) {
+  Type = VemROINone;
+  DropShape(*this);
+  if (width < 2 || height < 2) return;
+  if (rows.Length() != firstColumns.Length() || rows.Length() != lastColumns.Length()) return;
+  Width = width;
+  Height = height;
+  Rows = rows;
+  FirstColumns = firstColumns;
+  LastColumns = lastColumns;
+  Type = VemROIMask;
+}
+
 // Stored x first, and read without a look at how much is stored.
 bool IVemROIPara::GetPoint(VemPoint* point) const {
   if (Type != VemROIPoint) return false;

@@ -30,6 +30,10 @@ void VemROI::GenArc(VemPoint& center, double radius, double startAngle, double s
 void VemROI::GenPolygon(VemVarArray& rows, VemVarArray& cols) { impl_->GenPolygon(rows, cols); }
 void VemROI::GenPolygon(VemPointArray& points) { impl_->GenPolygon(points); }
 void VemROI::GenIrregular(VemPointArray& points) { impl_->GenIrregular(points); }
+void VemROI::GenMask(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns,
+                     int width, int height) {
+  impl_->GenMask(rows, firstColumns, lastColumns, width, height);
+}
 
 bool VemROI::GetPoint(VemPoint* point) { return impl_->GetPoint(point); }
 bool VemROI::GetRect1(VemPoint* p1, VemPoint* p2) const { return impl_->GetRect1(p1, p2); }

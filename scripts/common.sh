@@ -1,0 +1,42 @@
+# Shared by the scripts beside this file: sets up the machine and names the build.
+#
+#   BUILD_TYPE   CMake build type, Release by default
+#   JOBS         parallel jobs, one per processor by default
+
+BUILD_TYPE=${BUILD_TYPE:-Release}
+JOBS=${JOBS:-$(nproc)}
+ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+BUILD_DIR=$ROOT/build/${BUILD_TYPE,,}
+
+BUILD_PACKAGES=(g++ cmake ninja-build libopencv-dev)
+TEST_PACKAGES=(libgtest-dev)
+
+# Installs those of the named Debian packages that are missing.
+install_missing() {
+  local package missing=() as_root=()
+  for package in "$@"; do
+    dpkg-query -W -f='${Status}\n' "$package" 2>/dev/null | grep -q 'ok installed$' ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  echo "Installing Debian packages: ${missing[*]}"
+  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# Configures the build folder with the given options; in CI, warnings are errors.
+configure() {
+  cmake -S "$ROOT" -B "$BUILD_DIR" -G Ninja -DCMAKE_BUILD_TYPE="$BUILD_TYPE" \
+    ${CI:+-DVEM_WARNINGS_AS_ERRORS=ON} "$@" >"$BUILD_DIR.configure.log" 2>&1 || {
+    cat "$BUILD_DIR.configure.log"
+    return 1
+  }
+}
+
+build() {
+  cmake --build "$BUILD_DIR" --parallel "$JOBS" "$@"
+}
+
+mkdir -p "$ROOT/build"
