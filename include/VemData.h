@@ -6,6 +6,8 @@
 #include "IVemROIPara.h"
 #include "Vem3DPoint.h"
 #include "Vem3DPointArray.h"
+#include "VemContour.h"
+#include "VemContourArray.h"
 #include "VemImage.h"
 #include "VemPoint.h"
 #include "VemPointArray.h"

@@ -41,6 +41,8 @@ class VEM_EXPORT VemPointArray {
   VemPoint operator[](int index) const;
 
  private:
+  friend class VemContour;
+
   std::vector<VemPoint>* store_;
 };
 
