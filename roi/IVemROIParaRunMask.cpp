@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <climits>
 #include <cmath>
 #include <cstddef>
 #include <opencv2/core.hpp>
@@ -12,6 +11,7 @@
 #include "VemRLC.h"
 #include "platform/FillContours.h"
 #include "regions/RunTriple.h"
+#include "roi/ShapeGeometry.h"
 #include "values/Processor.h"
 
 // One function for each shape: it reads the shape's numbers in their stored order, y before x,
@@ -21,42 +21,17 @@
 
 namespace {
 
-struct Canvas {
-  int width;
-  int height;
-};
-
-// One past an inclusive largest coordinate.
-Canvas CanvasTo(int column, int row) { return {WrapAdd(column, 1), WrapAdd(row, 1)}; }
-
 std::size_t Count(int first, int end) {
   return end > first ? static_cast<std::size_t>(static_cast<long>(end) - first) : 0;
 }
 
-double ToDouble(float value) { return static_cast<double>(value); }
-float ToFloat(double value) { return static_cast<float>(value); }
-float ToFloat(int value) { return static_cast<float>(value); }
-
-/// The corners of the two shapes that are stored as y1, x1, y2, x2.
-struct Corners {
-  explicit Corners(const VemVarArray& params)
-      : x1(params[1].I()), y1(params[0].I()), x2(params[3].I()), y2(params[2].I()) {}
-
-  bool IsOutside() const { return std::max(x1, x2) < 0 || std::max(y1, y2) < 0; }
-
-  int x1;
-  int y1;
-  int x2;
-  int y2;
-};
-
 bool Rect1Runs(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
-  const Corners c(params);
-  if (c.IsOutside()) return false;
-  const int firstRow = std::max(std::min(c.y1, c.y2), 0);
-  const int lastRow = std::max(c.y1, c.y2);
-  const int firstColumn = std::max(std::min(c.x1, c.x2), 0);
-  const int lastColumn = std::max(c.x1, c.x2);
+  const PointPair p(params);
+  if (p.IsOutside()) return false;
+  const int firstRow = std::max(std::min(p.y1, p.y2), 0);
+  const int lastRow = std::max(p.y1, p.y2);
+  const int firstColumn = std::max(std::min(p.x1, p.x2), 0);
+  const int lastColumn = std::max(p.x1, p.x2);
   runs.Reserve(Count(firstRow, lastRow) + 1);
   for (long row = firstRow; row <= lastRow; ++row) {
     runs.Append(static_cast<int>(row), firstColumn, lastColumn);
@@ -88,46 +63,6 @@ bool CircleRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   return true;
 }
 
-/// A rotated rectangle as whole-number corners, and those of them that reach farthest.
-struct RotatedCorners {
-  explicit RotatedCorners(const VemVarArray& params) {
-    const int column = TruncateToInt(params[1].F());
-    const int row = TruncateToInt(params[0].F());
-    const double length1 = ToDouble(params[2].F());
-    const double length2 = ToDouble(params[3].F());
-    angle = params[4].F();
-    const double a = ToDouble(angle) / 180.0 * 3.1415926;
-    const double s = std::sin(a);
-    const double c = std::cos(a);
-    const double ax = ToDouble(ToFloat(column + length1 * c * 0.5));
-    const double ay = ToDouble(ToFloat(row - length1 * s * 0.5));
-    const double bx = ToDouble(ToFloat(column - length1 * c * 0.5));
-    const double by = ToDouble(ToFloat(row + length1 * s * 0.5));
-    const double dx = s * length2 * 0.5;
-    const double dy = c * length2 * 0.5;
-    corners = {Corner(ax + dx, ay + dy), Corner(ax - dx, ay - dy), Corner(bx - dx, by - dy),
-               Corner(bx + dx, by + dy)};
-    top = left = bottom = right = corners[0];
-    for (const cv::Point& p : corners) {
-      if (p.y < top.y) top = p;
-      if (p.x < left.x) left = p;
-      if (p.y > bottom.y) bottom = p;
-      if (p.x > right.x) right = p;
-    }
-  }
-
-  static cv::Point Corner(double x, double y) {
-    return cv::Point(TruncateToInt(ToFloat(x)), TruncateToInt(ToFloat(y)));
-  }
-
-  float angle;
-  std::array<cv::Point, 4> corners;
-  cv::Point top;
-  cv::Point left;
-  cv::Point bottom;
-  cv::Point right;
-};
-
 /// The line y = slope * x + intercept through two corners; a flat or upright one has an infinity or
 /// a NaN in it.
 struct EdgeLine {
@@ -154,19 +89,19 @@ std::array<float, 4> Crossings(const std::array<EdgeLine, 4>& lines, float row) 
   return x;
 }
 
-void UprightRect2Runs(const RotatedCorners& r, int endRow, RunTriple& runs) {
+void UprightRect2Runs(const RotatedCorners& r, RunTriple& runs) {
   const int firstColumn = std::max(std::min(r.top.x, r.left.x), 0);
   const int lastColumn = std::max(r.top.x, r.left.x);
-  for (int row = std::max(r.top.y, 0); row < endRow; ++row) {
+  for (int row = std::max(r.top.y, 0); row < r.endRow; ++row) {
     runs.Append(row, firstColumn, lastColumn);
   }
 }
 
 // The bias of 0.45 goes to both ends alike: neither a floor nor a rounding to nearest.
-void TiltedRect2Runs(const RotatedCorners& r, int endRow, RunTriple& runs) {
+void TiltedRect2Runs(const RotatedCorners& r, RunTriple& runs) {
   const std::array<EdgeLine, 4> lines = {EdgeLine(r.top, r.right), EdgeLine(r.left, r.bottom),
                                          EdgeLine(r.left, r.top), EdgeLine(r.right, r.bottom)};
-  for (int row = std::max(r.top.y, 0); row < endRow; ++row) {
+  for (int row = std::max(r.top.y, 0); row < r.endRow; ++row) {
     const std::array<float, 4> x = Crossings(lines, ToFloat(row));
     runs.Append(row, std::max(TruncateToInt(ToDouble(x[1]) + 0.45), 0),
                 TruncateToInt(ToDouble(x[2]) + 0.45));
@@ -175,40 +110,42 @@ void TiltedRect2Runs(const RotatedCorners& r, int endRow, RunTriple& runs) {
 
 bool Rect2Runs(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   const RotatedCorners r(params);
-  const int endRow = WrapAdd(r.bottom.y, 1);
-  const int endColumn = WrapAdd(r.right.x, 1);
-  if (endRow < 0 || endColumn < 0) return false;
-  runs.Reserve(Count(std::max(r.top.y, 0), endRow));
+  if (r.IsOutside()) return false;
+  runs.Reserve(Count(std::max(r.top.y, 0), r.endRow));
   if (TruncateToInt(r.angle) % 90 == 0) {
-    UprightRect2Runs(r, endRow, runs);
+    UprightRect2Runs(r, runs);
   } else {
-    TiltedRect2Runs(r, endRow, runs);
+    TiltedRect2Runs(r, runs);
   }
-  canvas = CanvasTo(endColumn, endRow);
+  canvas = CanvasTo(r.endColumn, r.endRow);
   return true;
 }
 
 // The columns follow the whole-number slope. A line wider than high has slope 0 and no runs, since
 // its columns are infinite; for an upright one the division faults.
 bool LineRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
-  const Corners c(params);
-  if (c.IsOutside()) return false;
-  const float slope = ToFloat(Divide(WrapSubtract(c.y2, c.y1), WrapSubtract(c.x2, c.x1)).quotient);
-  const float intercept = ToFloat(c.y1) - ToFloat(c.x1) * slope;
-  const int firstRow = std::max(std::min(c.y1, c.y2), 0);
-  const int lastRow = std::max(c.y1, c.y2);
+  const PointPair p(params);
+  if (p.IsOutside()) return false;
+  const float slope = ToFloat(Divide(WrapSubtract(p.y2, p.y1), WrapSubtract(p.x2, p.x1)).quotient);
+  const float intercept = ToFloat(p.y1) - ToFloat(p.x1) * slope;
+  const int firstRow = std::max(std::min(p.y1, p.y2), 0);
+  const int lastRow = std::max(p.y1, p.y2);
   for (long row = firstRow; row <= lastRow; ++row) {
     const int column = TruncateToInt((static_cast<float>(row) - intercept) / slope);
     if (column >= 0) runs.Append(static_cast<int>(row), column, column);
   }
-  canvas = CanvasTo(std::max(c.x1, c.x2), lastRow);
+  canvas = CanvasTo(std::max(p.x1, p.x2), lastRow);
   return true;
 }
 
 /// The two foci of an ellipse, rounded to float, and its longer semi-axis.
 struct Foci {
-  Foci(int column, int row, double a, double b, float angle) {
-    double t = ToDouble(angle) / 180.0 * 3.141592653589793;
+  explicit Foci(const EllipseBox& ellipse) {
+    const int column = ellipse.column;
+    const int row = ellipse.row;
+    const double a = ToDouble(ellipse.a);
+    const double b = ToDouble(ellipse.b);
+    double t = ToDouble(ellipse.angle) / 180.0 * 3.141592653589793;
     if (t > 180.0) t -= 180.0;  // Radians against 180: this is meant.
     const double s = std::sin(t);
     const double c = std::cos(t);
@@ -267,82 +204,41 @@ void AppendEllipseRows(const Foci& f, int firstRow, int endRow, int largestColum
 }
 
 bool EllipseRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
-  const int column = params[1].I();
-  const int row = params[0].I();
-  const float a = params[2].F();
-  const float b = params[3].F();
-  const float angle = params[4].F();
-  const cv::Rect box =
-      cv::RotatedRect(cv::Point2f(ToFloat(column), ToFloat(row)), cv::Size2f(a + a, b + b), -angle)
-          .boundingRect();
-  const int bottom = WrapAdd(box.y, box.height);
-  const int right = WrapAdd(box.x, box.width);
-  if (bottom < 0 || right < 0) return false;
-  canvas = CanvasTo(right, bottom);
+  const EllipseBox ellipse(params);
+  if (ellipse.IsOutside()) return false;
+  canvas = CanvasTo(ellipse.endColumn, ellipse.endRow);
 
   // The rows start one height above the box and end one row early; those that miss the ellipse have
   // no crossing.
+  const cv::Rect& box = ellipse.bounds;
   const int firstRow = std::max(WrapAdd(WrapSubtract(box.y, box.height), 1), 0);
-  const int endRow = bottom - 1;
-  const Foci foci(column, row, ToDouble(a), ToDouble(b), angle);
+  const int endRow = ellipse.endRow - 1;
   runs.Reserve(Count(std::max(firstRow, box.y), endRow));
-  AppendEllipseRows(foci, firstRow, endRow, canvas.width, runs);
+  AppendEllipseRows(Foci(ellipse), firstRow, endRow, canvas.width, runs);
   return true;
 }
 
-// The list closes on the arc's start, unrounded, not on its end.
-bool ArcRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
-  const int column = TruncateToInt(params[1].D());
-  const int row = TruncateToInt(params[0].D());
-  const double radius = params[2].D();
-  const double start = params[3].D();
-  const double right = radius + column;
-  const double bottom = radius + row;
-  if (0 > right || 0 > bottom) return false;
-
-  const auto sample = [&](double degrees) {
-    const double t = degrees * 3.14 / 180.0;
-    const int x = TruncateToInt(std::cos(t) * radius + column);
-    const int y = TruncateToInt(std::sin(-t) * radius + row);
-    if (x >= 0 && y >= 0) runs.Append(y, x, x);
-  };
-  const double end = params[4].D() + start;
-  for (long i = TruncateToInt(start); end > static_cast<double>(i) && i <= INT_MAX; ++i) {
-    sample(static_cast<double>(i));
-  }
-  sample(start);
-  canvas = {TruncateToInt(right + 1.0), TruncateToInt(bottom + 1.0)};
-  return true;
-}
-
-/// The vertices of a polygon or an irregular shape as whole numbers, the first one again at the
-/// end.
-std::vector<cv::Point> ClosedVertices(const VemVarArray& params) {
-  std::vector<cv::Point> points;
-  points.reserve(static_cast<std::size_t>(params.Length()) / 2 + 1);
-  for (int k = 0; k < params.Length(); k += 2) {
-    points.emplace_back(params[k + 1].I(), params[k].I());
-  }
-  points.emplace_back(params[1].I(), params[0].I());
-  return points;
-}
-
-/// The canvas of listed vertices: one more than holds them. False when they end above or left of
-/// the origin.
-bool CanvasOf(const cv::Rect& bounds, Canvas& canvas) {
-  const int right = WrapAdd(bounds.x, bounds.width);
-  const int bottom = WrapAdd(bounds.y, bounds.height);
-  canvas = CanvasTo(right, bottom);
-  return right >= 0 && bottom >= 0;
-}
-
-bool IrregularRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
-  const std::vector<cv::Point> points = ClosedVertices(params);
-  if (!CanvasOf(cv::boundingRect(points), canvas)) return false;
+// One run for each pixel that is not left of or above the origin.
+void AppendPixels(const std::vector<cv::Point>& points, RunTriple& runs) {
   runs.Reserve(points.size());
   for (const cv::Point& p : points) {
     if (p.x >= 0 && p.y >= 0) runs.Append(p.y, p.x, p.x);
   }
+}
+
+bool ArcRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
+  const ArcSamples arc(params);
+  if (arc.outside) return false;
+  AppendPixels(arc.points, runs);
+  canvas = arc.canvas;
+  return true;
+}
+
+bool IrregularRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
+  const ClosedVertices vertices(params);
+  if (vertices.IsOutside()) return false;
+  AppendPixels(vertices.points, runs);
+  canvas = CanvasTo(vertices.endColumn, vertices.endRow);
   return true;
 }
 
@@ -354,14 +250,15 @@ std::vector<Run> ListRuns(cv::Mat& raster) {
 }
 
 bool PolygonRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
-  std::vector<cv::Point> points = ClosedVertices(params);
-  const cv::Rect bounds = cv::boundingRect(points);
-  if (!CanvasOf(bounds, canvas)) return false;
-  for (cv::Point& p : points) {
+  ClosedVertices vertices(params);
+  if (vertices.IsOutside()) return false;
+  canvas = CanvasTo(vertices.endColumn, vertices.endRow);
+  const cv::Rect& bounds = vertices.bounds;
+  for (cv::Point& p : vertices.points) {
     p = cv::Point(WrapSubtract(p.x, bounds.x), WrapSubtract(p.y, bounds.y));
   }
   cv::Mat raster(WrapAdd(bounds.height, 1), WrapAdd(bounds.width, 1), CV_8UC1, cv::Scalar(0));
-  FillContours(raster, {points});
+  FillContours(raster, {vertices.points});
 
   const std::vector<Run> drawn = ListRuns(raster);
   runs.Reserve(drawn.size());

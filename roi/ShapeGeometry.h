@@ -1,0 +1,98 @@
+#ifndef ROI_SHAPE_GEOMETRY_H_
+#define ROI_SHAPE_GEOMETRY_H_
+
+#include <algorithm>
+#include <array>
+#include <opencv2/core.hpp>
+#include <vector>
+
+#include "VemTuple.h"
+#include "values/Processor.h"
+
+// What the run form and the outline form of a shape have in common. All read a shape's numbers in
+// their stored order, y before x.
+
+inline double ToDouble(float value) { return static_cast<double>(value); }
+inline float ToFloat(double value) { return static_cast<float>(value); }
+inline float ToFloat(int value) { return static_cast<float>(value); }
+
+/// The size that a mask's canvas needs, counted from the origin.
+struct Canvas {
+  int width;
+  int height;
+};
+
+/// The canvas up to a largest column and a largest row, both included.
+inline Canvas CanvasTo(int column, int row) { return {WrapAdd(column, 1), WrapAdd(row, 1)}; }
+
+/// The two points of a rectangle or a line as whole numbers.
+struct PointPair {
+  explicit PointPair(const VemVarArray& params);
+
+  bool IsOutside() const { return std::max(x1, x2) < 0 || std::max(y1, y2) < 0; }
+
+  int x1;
+  int y1;
+  int x2;
+  int y2;
+};
+
+/// The corners of a rotated rectangle as whole numbers, and those of them that reach farthest.
+struct RotatedCorners {
+  explicit RotatedCorners(const VemVarArray& params);
+
+  bool IsOutside() const { return endRow < 0 || endColumn < 0; }
+
+  float angle;
+  std::array<cv::Point, 4> corners;
+  cv::Point top;
+  cv::Point left;
+  cv::Point bottom;
+  cv::Point right;
+  int endRow;     ///< One past the last row.
+  int endColumn;  ///< One past the last column.
+};
+
+/// An ellipse with its numbers as far as they are rounded, and the box around it.
+struct EllipseBox {
+  explicit EllipseBox(const VemVarArray& params);
+
+  bool IsOutside() const { return endRow < 0 || endColumn < 0; }
+
+  int column;
+  int row;
+  float a;
+  float b;
+  float angle;
+  cv::RotatedRect shape;
+  cv::Rect bounds;
+  int endRow;     ///< One past the last row.
+  int endColumn;  ///< One past the last column.
+};
+
+/// The samples of an arc, one for each degree and the start once more at the end.
+struct ArcSamples {
+  explicit ArcSamples(const VemVarArray& params);
+
+  bool outside;  ///< Wholly left of or above the origin; without samples then.
+  Canvas canvas;
+  std::vector<cv::Point> points;
+};
+
+/// A point on a circle, at an angle in degrees, truncated to whole numbers.
+cv::Point SampleCircle(double degrees, double radius, int column, int row);
+
+/// The vertices of a polygon or an irregular shape as whole numbers, the first one again at the
+/// end.
+struct ClosedVertices {
+  explicit ClosedVertices(const VemVarArray& params);
+
+  bool IsOutside() const { return endRow < 0 || endColumn < 0; }
+
+  std::vector<cv::Point> points;
+  cv::Rect bounds;
+  int endRow;     ///< One past the last row.
+  int endColumn;  ///< One past the last column.
+};
+
+#endif  // ROI_SHAPE_GEOMETRY_H_
