@@ -1,10 +1,17 @@
 #ifndef I_VEM_ROI_PARA_H_
 #define I_VEM_ROI_PARA_H_
 
+#include <vector>
+
+#include "VemContourArray.h"
 #include "VemExport.h"
 #include "VemPoint.h"
 #include "VemPointArray.h"
 #include "VemTuple.h"
+
+namespace cv {
+class Mat;
+}  // namespace cv
 
 /// The shape of a region of interest.
 enum VemROIType : int {
@@ -82,6 +89,10 @@ class VEM_EXPORT IVemROIPara {
   void GenMask(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns, int width,
                int height);
 
+  /// A mask of the pixels that the contours cover when they are painted, as ToMAT does, on a canvas
+  /// that must be at least 2 by 2. What lies outside the canvas is lost.
+  void GenMask(VemContourArray& contours, int width, int height);
+
   /// The readers return false and leave their outputs alone when the shape is of another kind. When
   /// it is of theirs, the outputs are written, and the result tells whether the numbers pass the
   /// reader's test, which is the generator's but for the sweep of a ring or an arc: it must be
@@ -115,6 +126,42 @@ class VEM_EXPORT IVemROIPara {
   /// high has no runs. Of an irregular shape only the listed pixels appear.
   bool GetMask(VemVarArray* rows, VemVarArray* firstColumns, VemVarArray* lastColumns, int* width,
                int* height) const;
+
+  /// The outlines of the shape, as whole numbers.
+  ///
+  /// Rectangles, polygons, irregular shapes, lines and arcs pass their vertices, closed by their
+  /// first one again but for a line, and clipped nowhere: a vertex may be negative. Circles,
+  /// ellipses and masks are painted on the canvas and traced; the outlines of holes stand in the
+  /// list with nothing to tell them from outer ones. A whole ring gives two contours, the inner one
+  /// first, neither closed by a repeated vertex; a sector gives one.
+  ///
+  /// The array is emptied first. Result and canvas are told as in the run form; but the canvas of
+  /// circles and ellipses is the raster that they are painted on, and the outlines of a ring or a
+  /// circle do not enclose exactly the pixels of its runs.
+  bool GetMask(VemContourArray* contours, int* width, int* height);
+
+  /// Paints runs into a new `CV_8UC1` raster of `height` rows by `width` columns: 255 inside, 0
+  /// outside. Runs are clipped to the raster; the number of rows alone tells how many there are.
+  /// The object itself is not read. A negative size is OpenCV's to refuse, as `cv::Exception`.
+  cv::Mat ToMAT(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns, int width,
+                int height);
+  /// Paints contours, filled even-odd over all of them, their outlines included, into a raster as
+  /// above. Coordinates are rounded to the nearest pixel, halves to the even one.
+  cv::Mat ToMAT(VemContourArray& contours, int width, int height);
+
+  /// Reads a mask raster of one channel, in which any pixel that is not zero is inside, as runs by
+  /// row, then by column. Replaces the arrays; `*width` and `*height` become the raster's size.
+  void MatToMask(cv::Mat& raster, VemVarArray* rows, VemVarArray* firstColumns,
+                 VemVarArray* lastColumns, int* width, int* height);
+  /// Reads a mask raster as above as outlines, each closed by its first vertex again.
+  void MatToMask(cv::Mat& raster, VemContourArray* contours, int* width, int* height);
+
+  /// Widens integer point lists; `target` is replaced.
+  void VectorI2D(std::vector<std::vector<cv::Point_<int>>> source,
+                 std::vector<std::vector<cv::Point_<double>>>& target);
+  /// Rounds point lists to the nearest whole numbers, halves to the even one; `target` is replaced.
+  void VectorD2I(std::vector<std::vector<cv::Point_<double>>> source,
+                 std::vector<std::vector<cv::Point_<int>>>& target);
 
   /// Drops the shape. Width and Height stay.
   void Reset();

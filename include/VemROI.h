@@ -2,6 +2,7 @@
 #define VEM_ROI_H_
 
 #include "IVemROIPara.h"
+#include "VemContourArray.h"
 #include "VemExport.h"
 #include "VemPoint.h"
 #include "VemPointArray.h"
@@ -43,6 +44,7 @@ class VEM_EXPORT VemROI {
   /// IVemROIPara::GenMask
   void GenMask(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns, int width,
                int height);
+  void GenMask(VemContourArray& contours, int width, int height);  ///< IVemROIPara::GenMask
 
   bool GetPoint(VemPoint* point);                          ///< IVemROIPara::GetPoint
   bool GetRect1(VemPoint* p1, VemPoint* p2) const;         ///< IVemROIPara::GetRect1
@@ -63,6 +65,7 @@ class VEM_EXPORT VemROI {
   /// IVemROIPara::GetMask
   bool GetMask(VemVarArray* rows, VemVarArray* firstColumns, VemVarArray* lastColumns, int* width,
                int* height) const;
+  bool GetMask(VemContourArray* contours, int* width, int* height) const;  ///< IVemROIPara::GetMask
 
   void Reset();                ///< IVemROIPara::Reset
   VemROIType ROIType() const;  ///< IVemROIPara::ROIType

@@ -1,9 +1,13 @@
 #include "platform/FillContours.h"
 
+#include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <opencv2/imgproc.hpp>
 
 namespace {
+
+using Polygon = std::vector<cv::Point2d>;
 
 void Draw(cv::Mat& raster, const std::vector<std::vector<cv::Point>>& contours,
           cv::InputArray hierarchy) {
@@ -14,12 +18,53 @@ void Draw(cv::Mat& raster, const std::vector<std::vector<cv::Point>>& contours,
                    hierarchy, INT_MAX, cv::Point());
 }
 
+// OpenCV walks through every row of a polygon, also far outside the raster. Vertices as far as this
+// from the raster are drawn as they are; what lies beyond is cut off first.
+constexpr double kReach = 32767;
+
+cv::Rect2d ReachOf(const cv::Mat& raster) {
+  return cv::Rect2d(-kReach, -kReach, raster.cols + 2 * kReach, raster.rows + 2 * kReach);
+}
+
+bool IsWithin(const std::vector<cv::Point>& contour, const cv::Rect2d& reach) {
+  return std::all_of(contour.begin(), contour.end(),
+                     [&](const cv::Point& p) { return reach.contains(cv::Point2d(p)); });
+}
+
+// The part of a closed polygon on one side of a limit: `sign` is 1 to keep what is greater.
+Polygon Cut(const Polygon& polygon, double cv::Point2d::*axis, double limit, double sign) {
+  Polygon kept;
+  for (std::size_t i = 0; i < polygon.size(); ++i) {
+    const cv::Point2d& from = polygon[i];
+    const cv::Point2d& to = polygon[(i + 1) % polygon.size()];
+    const double fromDepth = sign * (from.*axis - limit);
+    const double toDepth = sign * (to.*axis - limit);
+    if (fromDepth >= 0) kept.push_back(from);
+    if ((fromDepth >= 0) == (toDepth >= 0)) continue;
+    cv::Point2d crossing = from + (to - from) * (fromDepth / (fromDepth - toDepth));
+    crossing.*axis = limit;
+    kept.push_back(crossing);
+  }
+  return kept;
+}
+
+std::vector<cv::Point> CutTo(const cv::Rect2d& reach, const std::vector<cv::Point>& contour) {
+  Polygon polygon(contour.begin(), contour.end());
+  polygon = Cut(polygon, &cv::Point2d::x, reach.x, 1);
+  polygon = Cut(polygon, &cv::Point2d::x, reach.x + reach.width, -1);
+  polygon = Cut(polygon, &cv::Point2d::y, reach.y, 1);
+  polygon = Cut(polygon, &cv::Point2d::y, reach.y + reach.height, -1);
+  return std::vector<cv::Point>(polygon.begin(), polygon.end());
+}
+
 }  // namespace
 
 void FillContours(cv::Mat& raster, const std::vector<std::vector<cv::Point>>& contours) {
+  const cv::Rect2d reach = ReachOf(raster);
   std::vector<std::vector<cv::Point>> painted;
   for (const std::vector<cv::Point>& contour : contours) {
-    if (!contour.empty()) painted.push_back(contour);
+    painted.push_back(IsWithin(contour, reach) ? contour : CutTo(reach, contour));
+    if (painted.back().empty()) painted.pop_back();
   }
   if (!painted.empty()) Draw(raster, painted, cv::noArray());
 }

@@ -4,13 +4,23 @@
 #include <cstddef>
 #include <vector>
 
+#include "VemRLC.h"
 #include "VemTuple.h"
 
-/// Writes runs into three arrays side by side: rows, first columns, last columns.
+/// Reads and writes runs in three arrays side by side: rows, first columns, last columns.
 class RunTriple {
  public:
   RunTriple(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns)
       : rows_(*rows.store_), firsts_(*firstColumns.store_), lasts_(*lastColumns.store_) {}
+
+  /// The number of rows, which governs the other two arrays.
+  std::size_t Count() const { return rows_.size(); }
+
+  /// Run i; a column that an array is too short for is 0.
+  Run At(std::size_t i) const {
+    return {rows_[i].I(), i < firsts_.size() ? firsts_[i].I() : 0,
+            i < lasts_.size() ? lasts_[i].I() : 0};
+  }
 
   /// Empties the arrays; their storage is kept for the runs to come.
   void Clear() {

@@ -34,6 +34,9 @@ void VemROI::GenMask(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& 
                      int width, int height) {
   impl_->GenMask(rows, firstColumns, lastColumns, width, height);
 }
+void VemROI::GenMask(VemContourArray& contours, int width, int height) {
+  impl_->GenMask(contours, width, height);
+}
 
 bool VemROI::GetPoint(VemPoint* point) { return impl_->GetPoint(point); }
 bool VemROI::GetRect1(VemPoint* p1, VemPoint* p2) const { return impl_->GetRect1(p1, p2); }
@@ -64,6 +67,9 @@ bool VemROI::GetIrregular(VemPointArray* points) const { return impl_->GetIrregu
 bool VemROI::GetMask(VemVarArray* rows, VemVarArray* firstColumns, VemVarArray* lastColumns,
                      int* width, int* height) const {
   return impl_->GetMask(rows, firstColumns, lastColumns, width, height);
+}
+bool VemROI::GetMask(VemContourArray* contours, int* width, int* height) const {
+  return impl_->GetMask(contours, width, height);
 }
 
 void VemROI::Reset() { impl_->Reset(); }

@@ -1,0 +1,185 @@
+#include <algorithm>
+#include <climits>
+#include <opencv2/core.hpp>
+#include <opencv2/imgproc.hpp>
+#include <utility>
+#include <vector>
+
+#include "IVemROIPara.h"
+#include "roi/RasterTrace.h"
+#include "roi/ShapeGeometry.h"
+#include "values/Processor.h"
+
+// One function for each shape: it reads the shape's numbers in their stored order, y before x,
+// lists the outlines and tells the canvas. False means that the shape lies left of or above the
+// origin. Shapes that list their vertices clip nothing. Ring, circle and rectangle differ from
+// their run forms, and are meant to.
+
+namespace {
+
+using Contour = std::vector<cv::Point>;
+using Contours = std::vector<Contour>;
+
+constexpr int kFilled = -1;
+constexpr int kEightConnected = 8;
+
+// Outlines of a raster, which is the canvas.
+bool Trace(cv::Mat& raster, Contours& contours, Canvas& canvas) {
+  contours = RasterTrace(raster).ClosedContours();
+  canvas = {raster.cols, raster.rows};
+  return true;
+}
+
+// The smallest canvas reaches to -1 here: a rectangle that ends at column -1 has an outline, but no
+// runs.
+bool Rect1Outline(const VemVarArray& params, Contours& contours, Canvas& canvas) {
+  const PointPair p(params);
+  const int right = std::max(p.x1, p.x2);
+  const int bottom = std::max(p.y1, p.y2);
+  if (right < -1 || bottom < -1) return false;
+  contours = {{{p.x1, p.y1}, {p.x2, p.y1}, {p.x2, p.y2}, {p.x1, p.y2}, {p.x1, p.y1}}};
+  canvas = CanvasTo(right, bottom);
+  return true;
+}
+
+// OpenCV's filled circle, one row and column larger than the run form.
+bool CircleOutlines(const VemVarArray& params, Contours& contours, Canvas& canvas) {
+  const int column = params[1].I();
+  const int row = params[0].I();
+  const int radius = params[2].I();
+  const int bottom = WrapAdd(row, radius);
+  const int right = WrapAdd(column, radius);
+  if (0 > bottom || 0 > right) return false;
+  cv::Mat raster(TruncateToInt(bottom + 1.0), TruncateToInt(right + 1.0), CV_8UC1, cv::Scalar(0));
+  cv::circle(raster, cv::Point(column, row), radius, cv::Scalar(255), kFilled, kEightConnected, 0);
+  return Trace(raster, contours, canvas);
+}
+
+bool EllipseOutlines(const VemVarArray& params, Contours& contours, Canvas& canvas) {
+  const EllipseBox ellipse(params);
+  if (ellipse.IsOutside()) return false;
+  cv::Mat raster(WrapAdd(ellipse.endRow, 1), WrapAdd(ellipse.endColumn, 1), CV_8UC1, cv::Scalar(0));
+  cv::ellipse(raster, ellipse.shape, cv::Scalar(255), kFilled, kEightConnected);
+  return Trace(raster, contours, canvas);
+}
+
+// A ring's radii stay fractions here, and the end angle is sampled.
+Contour SampleRing(double start, double end, double radius, int column, int row) {
+  Contour samples;
+  for (long i = TruncateToInt(start); static_cast<double>(i) <= end && i <= INT_MAX; ++i) {
+    samples.push_back(SampleCircle(static_cast<double>(i), radius, column, row));
+  }
+  return samples;
+}
+
+bool TorusOutlines(const VemVarArray& params, Contours& contours, Canvas& canvas) {
+  const int column = TruncateToInt(params[1].D());
+  const int row = TruncateToInt(params[0].D());
+  const double outerRadius = params[3].D();
+  const double start = params[4].D();
+  const double sweep = params[5].D();
+  const double right = outerRadius + column;
+  const double bottom = outerRadius + row;
+  if (0 > right || 0 > bottom) return false;
+  canvas = {TruncateToInt(right + 1.0), TruncateToInt(bottom + 1.0)};
+
+  Contour inner = SampleRing(start, start + sweep, params[2].D(), column, row);
+  const Contour outer = SampleRing(start, start + sweep, outerRadius, column, row);
+  const bool whole = !(static_cast<double>(TruncateToInt(sweep) % 360) > 0.05);
+  if (whole) {
+    contours = {inner, outer};
+    return true;
+  }
+  inner.insert(inner.end(), outer.rbegin(), outer.rend());
+  if (!inner.empty()) inner.push_back(cv::Point(inner.front()));
+  contours = {inner};
+  return true;
+}
+
+bool VerticesOutline(const VemVarArray& params, Contours& contours, Canvas& canvas) {
+  const ClosedVertices vertices(params);
+  if (vertices.IsOutside()) return false;
+  contours = {vertices.points};
+  canvas = CanvasTo(vertices.endColumn, vertices.endRow);
+  return true;
+}
+
+bool Rect2Outline(const VemVarArray& params, Contours& contours, Canvas& canvas) {
+  const RotatedCorners r(params);
+  if (r.IsOutside()) return false;
+  contours = {Contour(r.corners.begin(), r.corners.end())};
+  contours[0].push_back(r.corners[0]);
+  canvas = CanvasTo(r.endColumn, r.endRow);
+  return true;
+}
+
+bool LineOutline(const VemVarArray& params, Contours& contours, Canvas& canvas) {
+  const PointPair p(params);
+  if (p.IsOutside()) return false;
+  contours = {{{p.x1, p.y1}, {p.x2, p.y2}}};
+  canvas = CanvasTo(std::max(p.x1, p.x2), std::max(p.y1, p.y2));
+  return true;
+}
+
+bool ArcOutline(const VemVarArray& params, Contours& contours, Canvas& canvas) {
+  const ArcSamples arc(params);
+  if (arc.outside) return false;
+  contours = {arc.points};
+  canvas = arc.canvas;
+  return true;
+}
+
+bool MaskOutlines(IVemROIPara& mask, Contours& contours, Canvas& canvas) {
+  if (mask.Width < 0 || mask.Height < 0) return false;
+  cv::Mat raster =
+      mask.ToMAT(mask.Rows, mask.FirstColumns, mask.LastColumns, mask.Width, mask.Height);
+  return Trace(raster, contours, canvas);
+}
+
+}  // namespace
+
+bool IVemROIPara::GetMask(VemContourArray* contours, int* width, int* height) {
+  contours->Clear();
+  Contours found;
+  Canvas canvas = {0, 0};
+  bool reachesIn = false;
+  switch (Type) {
+    case VemROIRect1:
+      reachesIn = Rect1Outline(Params, found, canvas);
+      break;
+    case VemROICircle:
+      reachesIn = CircleOutlines(Params, found, canvas);
+      break;
+    case VemROITorus:
+      reachesIn = TorusOutlines(Params, found, canvas);
+      break;
+    case VemROIPolygon:
+    case VemROIIrregular:
+      reachesIn = VerticesOutline(Params, found, canvas);
+      break;
+    case VemROIRect2:
+      reachesIn = Rect2Outline(Params, found, canvas);
+      break;
+    case VemROILine:
+      reachesIn = LineOutline(Params, found, canvas);
+      break;
+    case VemROIEllipse:
+      reachesIn = EllipseOutlines(Params, found, canvas);
+      break;
+    case VemROIArc:
+      reachesIn = ArcOutline(Params, found, canvas);
+      break;
+    case VemROIMask:
+      reachesIn = MaskOutlines(*this, found, canvas);
+      break;
+    case VemROINone:
+      return false;
+    case VemROIPoint:
+    default:
+      return true;
+  }
+  *width = reachesIn ? canvas.width : 0;
+  *height = reachesIn ? canvas.height : 0;
+  if (reachesIn) VectorI2D(std::move(found), *contours->store_);
+  return reachesIn;
+}

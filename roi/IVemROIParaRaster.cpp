@@ -1,0 +1,95 @@
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <opencv2/core.hpp>
+#include <vector>
+
+#include "IVemROIPara.h"
+#include "platform/FillContours.h"
+#include "regions/RunTriple.h"
+#include "roi/RasterTrace.h"
+
+namespace {
+
+cv::Mat EmptyRaster(int width, int height) {
+  cv::Mat raster;
+  raster.create(height, width, CV_8UC1);
+  raster.setTo(0);
+  return raster;
+}
+
+// Clips the run on all four sides.
+void PaintRun(cv::Mat& raster, const Run& run) {
+  if (run.Row < 0 || run.Row >= raster.rows) return;
+  const int first = std::max(run.FirstColumn, 0);
+  const int last = std::min(run.LastColumn, raster.cols - 1);
+  if (first > last) return;
+  std::memset(raster.ptr(run.Row) + first, 255, static_cast<std::size_t>(last - first) + 1);
+}
+
+void Replace(VemVarArray* rows, VemVarArray* firstColumns, VemVarArray* lastColumns,
+             const std::vector<Run>& found) {
+  RunTriple runs(*rows, *firstColumns, *lastColumns);
+  runs.Clear();
+  runs.Reserve(found.size());
+  for (const Run& run : found) runs.Append(run.Row, run.FirstColumn, run.LastColumn);
+}
+
+template <typename From, typename To>
+void ConvertPoints(const std::vector<std::vector<From>>& source,
+                   std::vector<std::vector<To>>& target) {
+  target.resize(source.size());
+  for (std::size_t i = 0; i < source.size(); ++i) {
+    target[i].assign(source[i].begin(), source[i].end());
+  }
+}
+
+}  // namespace
+
+void IVemROIPara::GenMask(VemContourArray& contours, int width, int height) {
+  VemVarArray none;
+  GenMask(none, none, none, width, height);
+  if (Type != VemROIMask) return;
+  cv::Mat raster = ToMAT(contours, width, height);
+  Replace(&Rows, &FirstColumns, &LastColumns, RasterTrace(raster).runs);
+}
+
+cv::Mat IVemROIPara::ToMAT(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns,
+                           int width, int height) {
+  cv::Mat raster = EmptyRaster(width, height);
+  const RunTriple runs(rows, firstColumns, lastColumns);
+  for (std::size_t i = 0; i < runs.Count(); ++i) PaintRun(raster, runs.At(i));
+  return raster;
+}
+
+cv::Mat IVemROIPara::ToMAT(VemContourArray& contours, int width, int height) {
+  cv::Mat raster = EmptyRaster(width, height);
+  std::vector<std::vector<cv::Point>> rounded;
+  VectorD2I(*contours.store_, rounded);
+  FillContours(raster, rounded);
+  return raster;
+}
+
+void IVemROIPara::MatToMask(cv::Mat& raster, VemVarArray* rows, VemVarArray* firstColumns,
+                            VemVarArray* lastColumns, int* width, int* height) {
+  Replace(rows, firstColumns, lastColumns, RasterTrace(raster).runs);
+  *width = raster.cols;
+  *height = raster.rows;
+}
+
+void IVemROIPara::MatToMask(cv::Mat& raster, VemContourArray* contours, int* width, int* height) {
+  VectorI2D(RasterTrace(raster).ClosedContours(), *contours->store_);
+  *width = raster.cols;
+  *height = raster.rows;
+}
+
+void IVemROIPara::VectorI2D(std::vector<std::vector<cv::Point_<int>>> source,
+                            std::vector<std::vector<cv::Point_<double>>>& target) {
+  ConvertPoints(source, target);
+}
+
+// The conversion rounds halves to the even neighbour.
+void IVemROIPara::VectorD2I(std::vector<std::vector<cv::Point_<double>>> source,
+                            std::vector<std::vector<cv::Point_<int>>>& target) {
+  ConvertPoints(source, target);
+}
