@@ -120,6 +120,11 @@ class VEM_EXPORT VemVar {
     char* s;
   };
 
+  struct OwnBlock {
+    char* bytes;
+  };
+  explicit VemVar(OwnBlock block) : type_(VemVarString), value_(0L) { value_.s = block.bytes; }
+
   void CopyText(const char* text);
   void ReleaseText();
   long RawLong() const;

@@ -69,12 +69,10 @@ VemVar VemVar::operator+(const VemVar& right) const {
 
   const std::size_t leftLength = std::strlen(value_.s);
   const std::size_t rightLength = std::strlen(right.value_.s);
-  VemVar sum;
-  sum.value_.s = new char[leftLength + rightLength];
-  sum.type_ = VemVarString;
-  std::memcpy(sum.value_.s, value_.s, leftLength);
-  std::memcpy(sum.value_.s + leftLength, right.value_.s, rightLength);
-  return sum;
+  char* const sum = new char[leftLength + rightLength];
+  std::memcpy(sum, value_.s, leftLength);
+  std::memcpy(sum + leftLength, right.value_.s, rightLength);
+  return VemVar(OwnBlock{sum});  // Built in place: a copy would look for a terminator.
 }
 
 // A double on the right is what this operator refuses; a text or a none there is let through.
