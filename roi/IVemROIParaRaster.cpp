@@ -46,12 +46,18 @@ void ConvertPoints(const std::vector<std::vector<From>>& source,
 
 }  // namespace
 
+// No shape until the contours are painted and coded, so that a raster too large leaves none.
 void IVemROIPara::GenMask(VemContourArray& contours, int width, int height) {
-  VemVarArray none;
-  GenMask(none, none, none, width, height);
-  if (Type != VemROIMask) return;
+  Reset();
+  Width = 0;
+  Height = 0;
+  if (width < 2 || height < 2) return;
   cv::Mat raster = ToMAT(contours, width, height);
-  Replace(&Rows, &FirstColumns, &LastColumns, RasterTrace(raster).runs);
+  VemVarArray rows;
+  VemVarArray firstColumns;
+  VemVarArray lastColumns;
+  Replace(&rows, &firstColumns, &lastColumns, RasterTrace(raster).runs);
+  GenMask(rows, firstColumns, lastColumns, width, height);
 }
 
 cv::Mat IVemROIPara::ToMAT(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns,
