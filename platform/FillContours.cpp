@@ -18,9 +18,9 @@ void Draw(cv::Mat& raster, const std::vector<std::vector<cv::Point>>& contours,
                    hierarchy, INT_MAX, cv::Point());
 }
 
-// OpenCV walks through every row of a polygon, also far outside the raster, and its edges drift by a
-// pixel every 65,536 rows. Vertices as far as this from the raster are drawn as they are; what lies
-// beyond is cut off first.
+// OpenCV walks through every row of a polygon, also far outside the raster, and its edges drift by
+// a pixel every 65,536 rows. Vertices as far as this from the raster are drawn as they are; what
+// lies beyond is cut off first.
 constexpr double kReach = 32767;
 
 cv::Rect2d ReachOf(const cv::Mat& raster) {
