@@ -17,5 +17,6 @@
 #include "VemRegionData.h"
 #include "VemTuple.h"
 #include "VemVar.h"
+#include "VemWideFiles.h"
 
 #endif  // VEM_DATA_H_

@@ -68,6 +68,38 @@ class VEM_EXPORT VemImage {
   /// An image that shares the pixels of this one.
   VemImage ShallowCopy() const;
 
+  /// Replaces the image by that of a file, and returns whether it has pixels now.
+  ///
+  /// Depth and channel order are the decoder's. An image of more than three channels is read a
+  /// second time with at most three: an alpha channel is dropped. Whatever fails, and a null path,
+  /// leaves the empty image, and nothing is raised. A file that is missing or may not be read
+  /// prints nothing; OpenCV's codecs may print on a damaged one.
+  bool ReadImage(const char* path);
+  /// The same. The name goes to the file system as UTF-8, whatever the locale.
+  bool ReadImage(const wchar_t* path);
+
+  /// Writes the image to a file and returns whether it was written.
+  ///
+  /// The last four characters of the name, in either case, choose the parameters: `.jpg` and `jpeg`
+  /// take JPEG quality 60, `.png` takes the filtered strategy and compression 6. Any other four
+  /// with a dot among them leave the format to OpenCV, four without one (`.tiff`, `.webp`) give
+  /// false.
+  ///
+  /// An empty image gives false before the path is looked at; a failed write gives false and prints
+  /// nothing when the file may not be written. Raises `std::logic_error` for a null path,
+  /// `std::out_of_range` for one shorter than four characters, and `cv::Exception` for an extension
+  /// that no encoder has (`myjpeg`, `.c`) or an image that its encoder refuses.
+  bool SaveImage(const char* path);
+  /// The same with a level of compression, from 0 for the best quality to 10 for the smallest file;
+  /// what lies beyond is taken as the nearer end. JPEG quality is 100 less ten times the level, PNG
+  /// compression is the level.
+  bool SaveImage(const char* path, int quality);
+  /// The same for a wide name, which goes to the file system as UTF-8, whatever the locale; one
+  /// that is no valid Unicode gives false. JPEG quality is OpenCV's best, not 60.
+  bool SaveImage(const wchar_t* path);
+  /// The same for a wide name, with a level of compression.
+  bool SaveImage(const wchar_t* path, int quality);
+
   int Width() const;   ///< Number of columns.
   int Height() const;  ///< Number of rows.
   int Step() const;    ///< Bytes from one row to the next.

@@ -1,0 +1,30 @@
+#ifndef VEM_WIDE_FILES_H_
+#define VEM_WIDE_FILES_H_
+
+#include <vector>
+
+#include "VemExport.h"
+
+/// Image files under wide names, where OpenCV has no such functions of its own. The name goes to
+/// the file system as UTF-8, whatever the locale of the process. A null name and a name that is no
+/// valid Unicode stand for a file that can be neither read nor written. Any number of threads may
+/// call these at once.
+namespace cv {
+
+class Mat;
+class _InputArray;
+
+/// Reads an image file as `cv::imread` does with the same flags. A file that can't be read gives
+/// the empty matrix; one that is missing or may not be read prints nothing.
+VEM_EXPORT Mat imreadWString(const wchar_t* filename, int flags);
+
+/// Writes an image file as `cv::imwrite` does with the same parameters, the format chosen by the
+/// extension. False when the file can't be written, which prints nothing, or the image has no
+/// pixels. Raises `cv::Exception` for an extension or an image that no encoder takes; the file is
+/// then untouched.
+VEM_EXPORT bool imwriteWString(const wchar_t* filename, const _InputArray& img,
+                               const std::vector<int>& params);
+
+}  // namespace cv
+
+#endif  // VEM_WIDE_FILES_H_
