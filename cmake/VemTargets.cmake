@@ -17,6 +17,11 @@ function(vem_compile_options target)
       -fsanitize=${VEM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=${VEM_SANITIZE})
   endif()
+  if(VEM_BUILD_FUZZ)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=fuzzer-no-link,address -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=address)
+  endif()
 endfunction()
 
 # A shared library of the project: soname from the major version, and only the symbols that its
