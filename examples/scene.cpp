@@ -4,9 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdio>
-#include <fstream>
 #include <iterator>
-#include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
 
 #include "VemRLC.h"
@@ -103,12 +101,14 @@ cv::Mat DrawPicture() {
   return picture;
 }
 
-// A picture file in grey; empty when it can't be read.
+// A picture file in grey, a byte for each pixel; empty when it can't be read.
 cv::Mat ReadPicture(const char* path) {
-  std::ifstream file(path, std::ios::binary);
-  const std::vector<char> bytes{std::istreambuf_iterator<char>(file),
-                                std::istreambuf_iterator<char>()};
-  return bytes.empty() ? cv::Mat() : cv::imdecode(bytes, cv::IMREAD_GRAYSCALE);
+  VemImage file;
+  if (!file.ReadImage(path)) return cv::Mat();
+  cv::Mat picture;
+  file.Mat().convertTo(picture, CV_8U, file.BitDepth() == VemImageType16U ? 1 / 256.0 : 1);
+  if (file.Channels() == 3) cv::cvtColor(picture, picture, cv::COLOR_BGR2GRAY);
+  return picture;
 }
 
 /// Places shapes on a picture of any size.
@@ -283,7 +283,9 @@ void Show::Dot(const cv::Point& pixel, int radius, const cv::Scalar& color) {
 }
 
 bool WritePicture(const char* path, const cv::Mat& picture) {
-  if (cv::imwrite(path, picture)) return true;
+  VemImage image;
+  image.Mat() = picture;
+  if (image.SaveImage(path)) return true;
   std::fprintf(stderr, "cannot write %s\n", path);
   return false;
 }
