@@ -1,0 +1,45 @@
+#ifndef VEM_LINE_H_
+#define VEM_LINE_H_
+
+#include "VemExport.h"
+#include "VemPoint.h"
+
+/// A directed segment between two points, in pixels: x grows with the columns, y with the rows,
+/// downward.
+///
+/// A flat value. Both constructors from numbers refuse a line without length: two points that are
+/// equal, x with x and y with y, are dropped, and the line runs from the origin to the origin. A
+/// NaN equals nothing, so such points are kept. Writing to the fields is not checked.
+///
+/// Nothing throws. Use an object from one thread at a time; reading it from several at once is
+/// safe.
+class VEM_EXPORT VemLine {
+ public:
+  VemLine() {}                                          ///< From the origin to the origin.
+  VemLine(const VemLine& other) = default;              ///< Copies both ends.
+  VemLine(VemPoint startPoint, VemPoint endPoint);      ///< From one point to the other.
+  VemLine(double x1, double y1, double x2, double y2);  ///< From (x1, y1) to (x2, y2).
+  VemLine& operator=(const VemLine& other) = default;   ///< Copies both ends.
+  ~VemLine() = default;
+
+  double Length();  ///< The distance between the two ends.
+
+  /// The angle between the direction from start to end and the direction of growing y, in degrees,
+  /// 0 to 180.
+  ///
+  /// It does not tell the two sides apart: the sign of the difference in x has no influence. A line
+  /// along x gives exactly 90.0; everything else is computed with the pi 3.1415926, so that a line
+  /// straight against growing y gives 180.00000307. Indeterminate when Length() is 0.
+  double VerticalAngle();
+  /// The angle between the direction from start to end and the direction of growing x, in degrees,
+  /// 0 to 180: the mirror of VerticalAngle, with x and y exchanged.
+  double HorizonalAngle();
+
+  /// Writes the point halfway between the ends. `out` must not be null.
+  void MidPoint(VemPoint* out);
+
+  VemPoint start;  ///< First end point.
+  VemPoint end;    ///< Second end point.
+};
+
+#endif  // VEM_LINE_H_
