@@ -27,6 +27,13 @@ void AppendAll(std::vector<T>& elements, const std::vector<T>& added) {
   for (std::size_t i = 0; i < count; ++i) elements.push_back(added[i]);
 }
 
+/// As AppendAll, with room made once for both lengths. The room fits exactly, it does not double.
+template <typename T>
+void ReserveAndAppendAll(std::vector<T>& elements, const std::vector<T>& added) {
+  elements.reserve(elements.size() + added.size());
+  AppendAll(elements, added);
+}
+
 template <typename T>
 void Insert(std::vector<T>& elements, int index, const T& value) {
   if (InRange(elements, index)) elements.insert(elements.begin() + index, value);

@@ -1,0 +1,55 @@
+#ifndef VEM_1D_CODE_ARRAY_H_
+#define VEM_1D_CODE_ARRAY_H_
+
+#include <vector>
+
+#include "Vem1DCode.h"
+#include "VemExport.h"
+
+/// An ordered list of linear barcodes.
+///
+/// An index is in range when it is not negative and below Length(). An operation that tests its
+/// index does nothing on a bad one; nothing is reported. Records go in and come out as deep copies,
+/// but for the reference that the non-const operator[] gives. What throws is the allocator alone.
+///
+/// Replacing an element by itself, or exchanging it with itself, assigns it to itself, which a
+/// record that holds a text must not be.
+///
+/// Select reads a whole copy; the non-const operator[] reads in place.
+///
+/// Use an array from one thread at a time; reading it from several at once is safe.
+class VEM_EXPORT Vem1DCodeArray {
+ public:
+  Vem1DCodeArray();                             ///< Empty.
+  Vem1DCodeArray(const Vem1DCodeArray& other);  ///< A deep copy.
+  /// Makes the contents a copy of `other`'s and returns a further copy by value, not this array.
+  Vem1DCodeArray operator=(const Vem1DCodeArray& other);
+  ~Vem1DCodeArray();
+
+  void Append(Vem1DCode& value);  ///< Adds a copy at the end.
+  /// Makes room for both lengths and adds copies of all elements; itself: it doubles.
+  void Append(Vem1DCodeArray& values);
+  /// Inserts a copy before the record at `index`. Length() is out of range: nothing is ever added
+  /// at the end, nor to an empty array.
+  void Insert(int index, Vem1DCode& value);
+  void Remove(int index);                     ///< Removes the record at `index`.
+  void Replace(int index, Vem1DCode& value);  ///< Assigns over the record at `index`.
+  void Swap(int i, int j);                    ///< Exchanges two records, both in range.
+  void Clear();                               ///< Empties the array and gives its storage back.
+
+  int Length() const;  ///< The number of records.
+  /// Assigns the record at `index` to `*out`; out of range, `*out` stays as it was.
+  void Select(int index, Vem1DCode* out) const;
+
+  /// The record itself. Out of range: an invalid reference, which faults when touched.
+  Vem1DCode& operator[](int index);
+  /// Not for reading: its test of the index is the wrong way round. An index in range gives a
+  /// record without meaning; any other copies whatever memory holds before or behind the elements,
+  /// as if it were a record. Read through Select or the non-const operator[].
+  Vem1DCode operator[](int index) const;
+
+ private:
+  std::vector<Vem1DCode>* store_;
+};
+
+#endif  // VEM_1D_CODE_ARRAY_H_

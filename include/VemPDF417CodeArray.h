@@ -1,0 +1,53 @@
+#ifndef VEM_PDF417_CODE_ARRAY_H_
+#define VEM_PDF417_CODE_ARRAY_H_
+
+#include <vector>
+
+#include "VemExport.h"
+#include "VemPDF417Code.h"
+
+/// An ordered list of PDF417 symbols.
+///
+/// An index is in range when it is not negative and below Length(). An operation that tests its
+/// index does nothing on a bad one; nothing is reported. Records go in and come out as deep copies,
+/// but for the reference that the non-const operator[] gives. What throws is the allocator alone.
+///
+/// Replacing an element by itself, or exchanging it with itself, assigns it to itself, which a
+/// record that holds a text must not be.
+///
+/// Reading a copy copies the whole record; the non-const operator[] reads in place.
+///
+/// Use an array from one thread at a time; reading it from several at once is safe.
+class VEM_EXPORT VemPDF417CodeArray {
+ public:
+  VemPDF417CodeArray();                                 ///< Empty.
+  VemPDF417CodeArray(const VemPDF417CodeArray& other);  ///< A deep copy.
+  /// Makes the contents a copy of `other`'s and returns a further copy by value, not this array.
+  VemPDF417CodeArray operator=(const VemPDF417CodeArray& other);
+  ~VemPDF417CodeArray();
+
+  void Append(VemPDF417Code& value);  ///< Adds a copy at the end.
+  /// Makes room for both lengths and adds copies of all elements; itself: it doubles.
+  void Append(VemPDF417CodeArray& values);
+  /// Inserts a copy before the record at `index`. Length() is out of range: nothing is ever added
+  /// at the end, nor to an empty array.
+  void Insert(int index, VemPDF417Code& value);
+  void Remove(int index);                         ///< Removes the record at `index`.
+  void Replace(int index, VemPDF417Code& value);  ///< Assigns over the record at `index`.
+  void Swap(int i, int j);                        ///< Exchanges two records, both in range.
+  void Clear();                                   ///< Empties the array and gives its storage back.
+
+  int Length() const;  ///< The number of records.
+  /// Assigns the record at `index` to `*out`; out of range, `*out` stays as it was.
+  void Select(int index, VemPDF417Code* out) const;
+
+  /// The record itself. Out of range: an invalid reference, which faults when touched.
+  VemPDF417Code& operator[](int index);
+  /// A copy of the record. Out of range: indeterminate.
+  VemPDF417Code operator[](int index) const;
+
+ private:
+  std::vector<VemPDF417Code>* store_;
+};
+
+#endif  // VEM_PDF417_CODE_ARRAY_H_

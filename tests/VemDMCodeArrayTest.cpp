@@ -1,0 +1,50 @@
+#include "VemDMCodeArray.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <vector>
+
+#include "support/ArrayContract.h"
+#include "support/CodeRecords.h"
+#include "support/PrivateAccess.h"
+
+struct PrivateVemDMCodeArrayStore {
+  using Type = std::vector<VemDMCode>* VemDMCodeArray::*;
+  friend Type PrivateOf(PrivateVemDMCodeArrayStore);
+};
+
+template struct PrivateAccess<PrivateVemDMCodeArrayStore, &VemDMCodeArray::store_>;
+
+namespace {
+
+struct Traits : RecordTraits<VemDMCodeFields> {
+  using Array = VemDMCodeArray;
+
+  static bool IsDefault(const VemDMCode& record) {
+    return Same(record.SymbolType, VemVar("ECC-200 ")) &&
+           Same(record.Polarity, VemVar("BlackOnWhite")) && record.Value.ValType() == VemVarNone &&
+           record.Points2.Length() == 0;
+  }
+  static std::vector<VemDMCode>* Store(VemDMCodeArray& array) {
+    return array.*PrivateOf(PrivateVemDMCodeArrayStore());
+  }
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(VemDMCodeArray, ArrayContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemDMCodeArray, ConstAccessContract, Traits);
+
+TEST(VemDMCodeArray, EveryWayInAndOutMakesTextsOfItsOwn) {
+  VemDMCode record = Traits::Make(1);
+  VemDMCodeArray array;
+  array.Append(record);
+  array.Insert(0, record);
+  array.Append(array);
+  VemDMCode out;
+  array.Select(0, &out);
+  std::set<const char*> blocks = {record.Value.S(), out.Value.S()};
+  for (int i = 0; i < array.Length(); ++i) blocks.insert(array[i].Value.S());
+  EXPECT_EQ(blocks.size(), 6u);
+}
+
+}  // namespace

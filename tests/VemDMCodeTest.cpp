@@ -1,0 +1,44 @@
+#include "VemDMCode.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+
+#include "support/CodeRecords.h"
+
+namespace {
+
+static_assert(sizeof(VemDMCode) == 192);
+
+INSTANTIATE_TYPED_TEST_SUITE_P(VemDMCode, RecordContract, VemDMCodeFields);
+
+TEST(VemDMCode, FieldsHaveTheirTypes) {
+  EXPECT_EQ(TypesOf<VemDMCodeFields>(), "iVVVVViiiddPPPwwwwww");
+}
+
+TEST(VemDMCode, NewRecordHasItsTextsAndNothingElse) {
+  VemDMCode record;
+  EXPECT_EQ(record.SymbolType.ValType(), VemVarString);
+  EXPECT_STREQ(record.SymbolType.S(), "ECC-200 ");
+  EXPECT_EQ(record.Polarity.ValType(), VemVarString);
+  EXPECT_STREQ(record.Polarity.S(), "BlackOnWhite");
+  record.SymbolType = VemVar();
+  record.Polarity = VemVar();
+  EXPECT_TRUE(HoldsNothing<VemDMCodeFields>(record));
+}
+
+TEST(VemDMCode, EveryRecordHasTextsOfItsOwn) {
+  const VemDMCode first;
+  const VemDMCode second;
+  const VemDMCode copy(first);
+  VemDMCode target;
+  target = first;
+  for (const VemDMCode* other : {&second, &copy, static_cast<const VemDMCode*>(&target)}) {
+    EXPECT_NE(other->SymbolType.S(), first.SymbolType.S());
+    EXPECT_STREQ(other->SymbolType.S(), "ECC-200 ");
+    EXPECT_NE(other->Polarity.S(), first.Polarity.S());
+    EXPECT_STREQ(other->Polarity.S(), "BlackOnWhite");
+  }
+}
+
+}  // namespace

@@ -1,0 +1,39 @@
+#include "VemPDF417Code.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+
+#include "support/CodeRecords.h"
+
+namespace {
+
+static_assert(sizeof(VemPDF417Code) == 152);
+
+INSTANTIATE_TYPED_TEST_SUITE_P(VemPDF417Code, RecordContract, VemPDF417CodeFields);
+
+TEST(VemPDF417Code, FieldsHaveTheirTypes) {
+  EXPECT_EQ(TypesOf<VemPDF417CodeFields>(), "iVVViiidddPwwwwww");
+}
+
+TEST(VemPDF417Code, NewRecordHasItsTextsAndNothingElse) {
+  VemPDF417Code record;
+  EXPECT_EQ(record.Polarity.ValType(), VemVarString);
+  EXPECT_STREQ(record.Polarity.S(), "BlackOnWhite");
+  record.Polarity = VemVar();
+  EXPECT_TRUE(HoldsNothing<VemPDF417CodeFields>(record));
+}
+
+TEST(VemPDF417Code, EveryRecordHasTextsOfItsOwn) {
+  const VemPDF417Code first;
+  const VemPDF417Code second;
+  const VemPDF417Code copy(first);
+  VemPDF417Code target;
+  target = first;
+  for (const VemPDF417Code* other : {&second, &copy, static_cast<const VemPDF417Code*>(&target)}) {
+    EXPECT_NE(other->Polarity.S(), first.Polarity.S());
+    EXPECT_STREQ(other->Polarity.S(), "BlackOnWhite");
+  }
+}
+
+}  // namespace
