@@ -14,6 +14,7 @@
 #include "VemContourArray.h"
 #include "VemDMCode.h"
 #include "VemDMCodeArray.h"
+#include "VemFeatureDescriptor.h"
 #include "VemFeaturePoint.h"
 #include "VemFeaturePointArray.h"
 #include "VemImage.h"

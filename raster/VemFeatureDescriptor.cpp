@@ -1,0 +1,41 @@
+#include "VemFeatureDescriptor.h"
+
+#include <opencv2/core.hpp>
+#include <utility>
+
+namespace {
+
+// The clone is complete before the target lets go of its buffer, so the two may be the same. Leaves
+// `target` empty when OpenCV fails on the way.
+void CloneOrEmpty(const cv::Mat& source, cv::Mat& target) {
+  try {
+    cv::Mat clone;
+    source.copyTo(clone);
+    target = std::move(clone);
+  } catch (...) {
+    target = cv::Mat();
+  }
+}
+
+}  // namespace
+
+VemFeatureDescriptor::VemFeatureDescriptor() : mat(new cv::Mat) {}
+
+VemFeatureDescriptor::VemFeatureDescriptor(const cv::Mat& numbers) : VemFeatureDescriptor() {
+  CloneOrEmpty(numbers, *mat);
+}
+
+VemFeatureDescriptor::VemFeatureDescriptor(const VemFeatureDescriptor& other)
+    : VemFeatureDescriptor(*other.mat) {}
+
+VemFeatureDescriptor& VemFeatureDescriptor::operator=(const VemFeatureDescriptor& other) {
+  if (mat == nullptr) mat = new cv::Mat;
+  CloneOrEmpty(*other.mat, *mat);
+  return *this;
+}
+
+VemFeatureDescriptor::~VemFeatureDescriptor() { delete mat; }
+
+int VemFeatureDescriptor::Row() const { return mat == nullptr ? 0 : mat->rows; }
+int VemFeatureDescriptor::Col() const { return mat == nullptr ? 0 : mat->cols; }
+unsigned char* VemFeatureDescriptor::MatData() { return mat == nullptr ? nullptr : mat->data; }
