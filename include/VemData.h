@@ -19,6 +19,7 @@
 #include "VemFeaturePointArray.h"
 #include "VemImage.h"
 #include "VemLine.h"
+#include "VemMorphStructure.h"
 #include "VemPDF417Code.h"
 #include "VemPDF417CodeArray.h"
 #include "VemPoint.h"
