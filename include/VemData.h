@@ -30,6 +30,7 @@
 #include "VemROI.h"
 #include "VemRegion.h"
 #include "VemRegionData.h"
+#include "VemScratchGroup.h"
 #include "VemTuple.h"
 #include "VemVCode.h"
 #include "VemVCodeArray.h"
