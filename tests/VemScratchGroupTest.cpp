@@ -86,7 +86,7 @@ std::vector<Layer>* StoreOf(Layers& layers) {
 
 Feature MakeFeature(int number) {
   const auto word = static_cast<std::uint64_t>(number);
-  return {word << 40, ~word, number, static_cast<std::uint32_t>(number * 3)};
+  return {word << 40, ~word, number, static_cast<std::uint32_t>(number) * 3};
 }
 
 Group MakeGroup(int number) {
