@@ -87,7 +87,7 @@ void Overwrite(typename Traits::Array& array) {
   for (int i = 0; i < array.Length(); ++i) array[i] = Traits::Make(500 + i);
 }
 
-/// Copies an array into itself; the call goes by way of references, for a compiler to not know.
+/// Assigns by way of references, so that an array may be assigned to itself without a warning.
 template <typename Array>
 Array Assign(Array& target, const Array& source) {
   return target = source;
