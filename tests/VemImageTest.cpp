@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "support/PrivateAccess.h"
+#include "support/ProbeAllocator.h"
 
 struct PrivateVemImageMat {
   using Type = cv::Mat* VemImage::*;
@@ -108,38 +109,6 @@ VemImage SmallImage() {
 void ExpectSmallImage(VemImage& image) { ExpectImage(image, 2, 2, 1, kTypeCases[0], {1, 2, 3, 4}); }
 
 int References(VemImage& image) { return image.Mat().u == nullptr ? 0 : image.Mat().u->refcount; }
-
-// Stands in for OpenCV's default allocator as long as it lives. It counts what it allocates, and
-// fails on demand.
-class ProbeAllocator : public cv::MatAllocator {
- public:
-  enum Failure { kNone, kOpenCV, kMemory, kNumber };
-
-  explicit ProbeAllocator(Failure failure = kNone)
-      : failure_(failure), replaced_(cv::Mat::getDefaultAllocator()) {
-    cv::Mat::setDefaultAllocator(this);
-  }
-  ~ProbeAllocator() override { cv::Mat::setDefaultAllocator(replaced_); }
-
-  cv::UMatData* allocate(int dims, const int* sizes, int type, void* data, std::size_t* step,
-                         cv::AccessFlag flags, cv::UMatUsageFlags usage) const override {
-    ++allocations;
-    if (failure_ == kOpenCV) CV_Error(cv::Error::StsNoMem, "out of memory on demand");
-    if (failure_ == kMemory) throw std::bad_alloc();
-    if (failure_ == kNumber) throw 1;
-    return cv::Mat::getStdAllocator()->allocate(dims, sizes, type, data, step, flags, usage);
-  }
-  bool allocate(cv::UMatData*, cv::AccessFlag, cv::UMatUsageFlags) const override { return false; }
-  void deallocate(cv::UMatData* data) const override {
-    cv::Mat::getStdAllocator()->deallocate(data);
-  }
-
-  mutable int allocations = 0;
-
- private:
-  Failure failure_;
-  cv::MatAllocator* replaced_;
-};
 
 // Releases pixels, then fails.
 class FailingRelease : public cv::MatAllocator {

@@ -12,27 +12,14 @@
 #include <utility>
 #include <vector>
 
-#include "VemRegionData.h"
-#include "support/PrivateAccess.h"
-#include "support/Support.h"
-
-struct PrivateVemRegionData {
-  using Type = VemRegionData* VemRegion::*;
-  friend Type PrivateOf(PrivateVemRegionData);
-};
-
-template struct PrivateAccess<PrivateVemRegionData, &VemRegion::data_>;
+#include "support/Regions.h"
 
 namespace {
 
 using Runs = std::vector<::Run>;
 using Points = std::vector<VemPoint>;
-using Hierarchy = std::vector<cv::Vec<int, 4>>;
-using Contours = std::vector<std::vector<cv::Point_<int>>>;
 
 static_assert(sizeof(VemRegion) == sizeof(void*), "a handle is one pointer");
-
-VemRegionData*& Block(VemRegion& region) { return region.*PrivateOf(PrivateVemRegionData()); }
 
 VemVarArray Integers(const std::vector<int>& values) {
   VemVarArray array;
