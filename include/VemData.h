@@ -22,6 +22,7 @@
 #include "VemMorphStructure.h"
 #include "VemPDF417Code.h"
 #include "VemPDF417CodeArray.h"
+#include "VemMatrix.h"
 #include "VemPoint.h"
 #include "VemPointArray.h"
 #include "VemQRCode.h"

@@ -1,9 +1,9 @@
 #include "VemImage.h"
 
 #include <opencv2/core.hpp>
-#include <utility>
 
 #include "platform/CloneBuffer.h"
+#include "raster/SharedPixels.h"
 #include "values/Processor.h"
 
 namespace {
@@ -17,15 +17,6 @@ int MatType(VemImageType type, int channels) {
 }
 
 int ElementSize(VemImageType type) { return static_cast<int>(CV_ELEM_SIZE1(type)); }
-
-// Leaves `target` empty when OpenCV fails on the way.
-void ShareOrEmpty(const cv::Mat& source, cv::Mat& target) {
-  try {
-    target = source;
-  } catch (...) {
-    target = cv::Mat();
-  }
-}
 
 }  // namespace
 
@@ -59,11 +50,7 @@ bool VemImage::CreateImage(unsigned char* data, int step, int height, int width,
 
 VemImage VemImage::DeepCopy() const {
   VemImage copy;
-  try {
-    *copy.mat = mat->clone();
-  } catch (...) {
-    *copy.mat = cv::Mat();
-  }
+  CloneOrEmpty(*mat, *copy.mat);
   return copy;
 }
 

@@ -1,0 +1,25 @@
+#ifndef RASTER_SHARED_PIXELS_H_
+#define RASTER_SHARED_PIXELS_H_
+
+#include <opencv2/core.hpp>
+
+// How a handle on a `cv::Mat` copies it. Whatever OpenCV raises on the way is swallowed, and the
+// target is left empty.
+
+inline void ShareOrEmpty(const cv::Mat& source, cv::Mat& target) {
+  try {
+    target = source;
+  } catch (...) {
+    target = cv::Mat();
+  }
+}
+
+inline void CloneOrEmpty(const cv::Mat& source, cv::Mat& target) {
+  try {
+    target = source.clone();
+  } catch (...) {
+    target = cv::Mat();
+  }
+}
+
+#endif  // RASTER_SHARED_PIXELS_H_
