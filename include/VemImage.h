@@ -113,6 +113,8 @@ class VEM_EXPORT VemImage {
   const cv::Mat& Mat() const;  ///< The OpenCV matrix itself, no copy.
 
  private:
+  friend class VemImageArray;
+
   cv::Mat* mat;
 };
 
