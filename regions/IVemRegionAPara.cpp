@@ -1,0 +1,234 @@
+#include "IVemRegionAPara.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <opencv2/core.hpp>
+#include <utility>
+
+#include "VemRegionData.h"
+#include "platform/FillContours.h"
+#include "regions/RunTriple.h"
+#include "roi/RasterTrace.h"
+#include "values/TypedArray.h"
+
+namespace {
+
+// The runs of one region as an array keeps them.
+struct IntRuns {
+  std::vector<int> rows;
+  std::vector<int> firstColumns;
+  std::vector<int> lastColumns;
+};
+
+IntRuns TakeApart(VemRegionData& region) {
+  const RunTriple source(region.Rows, region.FirstColumns, region.LastColumns);
+  const std::size_t count = source.Count();
+  IntRuns runs;
+  runs.rows.reserve(count);
+  runs.firstColumns.reserve(count);
+  runs.lastColumns.reserve(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    const Run run = source.At(i);
+    runs.rows.push_back(run.Row);
+    runs.firstColumns.push_back(run.FirstColumn);
+    runs.lastColumns.push_back(run.LastColumn);
+  }
+  return runs;
+}
+
+void PushBack(IVemRegionArrayPara& array, int width, int height, IntRuns runs) {
+  array.Widths.push_back(width);
+  array.Heights.push_back(height);
+  array.Rows.push_back(std::move(runs.rows));
+  array.FirstColumns.push_back(std::move(runs.firstColumns));
+  array.LastColumns.push_back(std::move(runs.lastColumns));
+}
+
+// The end is a position too. One beyond it has no meaning, and foreign memory is left alone.
+template <typename T>
+void InsertAt(std::vector<T>& list, int position, T item) {
+  if (position < 0 || static_cast<std::size_t>(position) > list.size()) return;
+  list.insert(list.begin() + position, std::move(item));
+}
+
+template <typename T>
+bool HasBoth(const std::vector<T>& list, int a, int b) {
+  return typed_array::InRange(list, a) && typed_array::InRange(list, b);
+}
+
+template <typename T>
+void Exchange(std::vector<T>& list, int a, int b) {
+  if (HasBoth(list, a, b)) {
+    std::swap(list[static_cast<std::size_t>(a)], list[static_cast<std::size_t>(b)]);
+  }
+}
+
+int Largest(const std::vector<int>& values) {
+  int largest = 0;
+  for (const int value : values) largest = std::max(largest, value);
+  return largest;
+}
+
+// Item j, or 0 where a list of columns is shorter than that of the rows.
+int ItemOrZero(const std::vector<int>& list, std::size_t j) {
+  return j < list.size() ? list[j] : 0;
+}
+
+void AppendRuns(const IVemRegionArrayPara& array, std::size_t entry, RunTriple& runs) {
+  const std::vector<int>& rows = array.Rows[entry];
+  const std::vector<int>& firstColumns = array.FirstColumns[entry];
+  const std::vector<int>& lastColumns = array.LastColumns[entry];
+  for (std::size_t j = 0; j < rows.size(); ++j) {
+    runs.Append(rows[j], ItemOrZero(firstColumns, j), ItemOrZero(lastColumns, j));
+  }
+}
+
+void ReplaceRuns(VemRegionData& region, const IVemRegionArrayPara& array, int entry) {
+  RunTriple runs(region.Rows, region.FirstColumns, region.LastColumns);
+  runs.Clear();
+  if (!typed_array::InRange(array.Rows, entry)) return;
+  const auto index = static_cast<std::size_t>(entry);
+  runs.Reserve(array.Rows[index].size());
+  AppendRuns(array, index, runs);
+}
+
+// The pixels that contours cover on a canvas.
+void PaintRuns(VemRegionData& region, const std::vector<std::vector<cv::Point>>& contours,
+               int width, int height) {
+  cv::Mat mask = cv::Mat::zeros(height, width, CV_8UC1);
+  FillContours(mask, contours);
+  const RasterTrace trace(mask);
+  RunTriple runs(region.Rows, region.FirstColumns, region.LastColumns);
+  runs.Clear();
+  runs.Reserve(trace.runs.size());
+  for (const Run& run : trace.runs) runs.Append(run.Row, run.FirstColumn, run.LastColumn);
+}
+
+}  // namespace
+
+IVemRegionArrayPara::IVemRegionArrayPara() = default;
+IVemRegionArrayPara::IVemRegionArrayPara(const IVemRegionArrayPara& other) = default;
+IVemRegionArrayPara& IVemRegionArrayPara::operator=(const IVemRegionArrayPara& other) = default;
+IVemRegionArrayPara::~IVemRegionArrayPara() = default;
+
+void IVemRegionArrayPara::Append(VemRegion& region) {
+  const VemRegionData& data = *region.data_;
+  Append(region, false);
+  if (data.Hierarchy.empty()) return;
+  Hierarchies.push_back(data.Hierarchy);
+  Contours.push_back(data.Contours);
+}
+
+void IVemRegionArrayPara::Append(VemRegion& region, bool) {
+  PushBack(*this, region.Width(), region.Height(), TakeApart(*region.data_));
+}
+
+void IVemRegionArrayPara::Append(int width, int height, std::vector<int>& rows,
+                                 std::vector<int>& firstColumns, std::vector<int>& lastColumns) {
+  if (rows.empty() || firstColumns.size() != rows.size() || lastColumns.empty()) return;
+  PushBack(*this, width, height, {rows, firstColumns, lastColumns});
+}
+
+void IVemRegionArrayPara::Append(std::vector<std::vector<cv::Point>>& contours,
+                                 std::vector<cv::Vec4i>& hierarchy, bool) {
+  Contours.push_back(contours);
+  Hierarchies.push_back(hierarchy);
+}
+
+void IVemRegionArrayPara::Insert(int position, VemRegion& region) {
+  const VemRegionData& data = *region.data_;
+  IntRuns runs = TakeApart(*region.data_);
+  InsertAt(Widths, position, data.Width);
+  InsertAt(Heights, position, data.Height);
+  InsertAt(Rows, position, std::move(runs.rows));
+  InsertAt(FirstColumns, position, std::move(runs.firstColumns));
+  InsertAt(LastColumns, position, std::move(runs.lastColumns));
+  if (data.Hierarchy.empty()) return;
+  InsertAt(Hierarchies, position, data.Hierarchy);
+  InsertAt(Contours, position, data.Contours);
+}
+
+void IVemRegionArrayPara::Remove(int position) {
+  if (typed_array::InRange(Hierarchies, position)) {
+    typed_array::Remove(Contours, position);
+    typed_array::Remove(Hierarchies, position);
+  }
+  if (!typed_array::InRange(Rows, position)) return;
+  typed_array::Remove(Rows, position);
+  typed_array::Remove(FirstColumns, position);
+  typed_array::Remove(LastColumns, position);
+  typed_array::Remove(Widths, position);
+  typed_array::Remove(Heights, position);
+}
+
+// The array decides whether outlines are taken, not the region as in Append and Insert: this is
+// meant.
+void IVemRegionArrayPara::Replace(int position, VemRegion& region) {
+  const VemRegionData& data = *region.data_;
+  const IntRuns runs = TakeApart(*region.data_);
+  typed_array::Replace(Widths, position, data.Width);
+  typed_array::Replace(Heights, position, data.Height);
+  typed_array::Replace(Rows, position, runs.rows);
+  typed_array::Replace(FirstColumns, position, runs.firstColumns);
+  typed_array::Replace(LastColumns, position, runs.lastColumns);
+  if (Hierarchies.empty()) return;
+  typed_array::Replace(Hierarchies, position, data.Hierarchy);
+  typed_array::Replace(Contours, position, data.Contours);
+}
+
+void IVemRegionArrayPara::Swap(int a, int b) {
+  if (HasBoth(Rows, a, b)) {
+    Exchange(Widths, a, b);
+    Exchange(Heights, a, b);
+    Exchange(Rows, a, b);
+    Exchange(FirstColumns, a, b);
+    Exchange(LastColumns, a, b);
+  }
+  if (HasBoth(Contours, a, b)) {
+    Exchange(Contours, a, b);
+    Exchange(Hierarchies, a, b);
+  }
+}
+
+void IVemRegionArrayPara::Clear() {
+  typed_array::Clear(Widths);
+  typed_array::Clear(Heights);
+  typed_array::Clear(Contours);
+  typed_array::Clear(Hierarchies);
+  typed_array::Clear(Rows);
+  typed_array::Clear(FirstColumns);
+  typed_array::Clear(LastColumns);
+}
+
+int IVemRegionArrayPara::Length() { return typed_array::Length(Widths); }
+
+// One list of runs, be it empty and of another region, is enough for contours not to be painted.
+void IVemRegionArrayPara::Select(int position, VemRegion& region) {
+  if (!typed_array::InRange(Widths, position)) return;
+  VemRegionData& data = *region.data_;
+  const int width = typed_array::ElementCopy(Widths, position);
+  const int height = typed_array::ElementCopy(Heights, position);
+  if (Rows.empty()) {
+    PaintRuns(data, typed_array::ElementCopy(Contours, position), width, height);
+  } else {
+    ReplaceRuns(data, *this, position);
+  }
+  if (Rows.empty() || !Hierarchies.empty()) {
+    data.Hierarchy = typed_array::ElementCopy(Hierarchies, position);
+    data.Contours = typed_array::ElementCopy(Contours, position);
+  }
+  data.Width = width;
+  data.Height = height;
+}
+
+void IVemRegionArrayPara::Union(VemRegion& region) {
+  VemRegionData& data = *region.data_;
+  std::size_t count = 0;
+  for (const std::vector<int>& rows : Rows) count += rows.size();
+  RunTriple runs(data.Rows, data.FirstColumns, data.LastColumns);
+  runs.Clear();
+  runs.Reserve(count);
+  for (std::size_t entry = 0; entry < Rows.size(); ++entry) AppendRuns(*this, entry, runs);
+  data.Width = Largest(Widths);
+  data.Height = Largest(Heights);
+}
