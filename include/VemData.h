@@ -3,6 +3,7 @@
 
 /// The whole library at once.
 
+#include "IVemROIAPara.h"
 #include "IVemROIPara.h"
 #include "Vem1DCode.h"
 #include "Vem1DCodeArray.h"
@@ -32,6 +33,7 @@
 #include "VemQRCodeArray.h"
 #include "VemRLC.h"
 #include "VemROI.h"
+#include "VemROIArray.h"
 #include "VemRegion.h"
 #include "VemRegionArray.h"
 #include "VemRegionData.h"

@@ -71,6 +71,8 @@ class VEM_EXPORT VemROI {
   VemROIType ROIType() const;  ///< IVemROIPara::ROIType
 
  private:
+  friend class VemROIArray;
+
   IVemROIPara* impl_;
 };
 
