@@ -45,6 +45,7 @@ class VEM_EXPORT VemContour {
   double Area() const;
 
  private:
+  friend class IVemOverlay;
   friend class VemContourArray;
 
   std::vector<cv::Point_<double>>* store_;

@@ -4,6 +4,7 @@
 /// The whole library at once.
 
 #include "IVemROIAPara.h"
+#include "IVemOverlay.h"
 #include "IVemROIPara.h"
 #include "Vem1DCode.h"
 #include "Vem1DCodeArray.h"
@@ -27,6 +28,10 @@
 #include "VemImageArray.h"
 #include "VemMatrix.h"
 #include "VemMatrixArray.h"
+#include "VemFont.h"
+#include "VemImage.h"
+#include "VemOverlay.h"
+#include "VemOverlayType.h"
 #include "VemPoint.h"
 #include "VemPointArray.h"
 #include "VemQRCode.h"

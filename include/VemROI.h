@@ -71,6 +71,7 @@ class VEM_EXPORT VemROI {
   VemROIType ROIType() const;  ///< IVemROIPara::ROIType
 
  private:
+  friend class IVemOverlay;
   friend class VemROIArray;
 
   IVemROIPara* impl_;
