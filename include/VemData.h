@@ -5,6 +5,7 @@
 
 #include "IVemROIAPara.h"
 #include "IVemOverlay.h"
+#include "IVemOverlayPath.h"
 #include "IVemROIPara.h"
 #include "Vem1DCode.h"
 #include "Vem1DCodeArray.h"
@@ -31,6 +32,7 @@
 #include "VemFont.h"
 #include "VemImage.h"
 #include "VemOverlay.h"
+#include "VemOverlayPath.h"
 #include "VemOverlayType.h"
 #include "VemPoint.h"
 #include "VemPointArray.h"

@@ -107,6 +107,10 @@ class VEM_EXPORT VemOverlay {
   int OverlayType();  ///< The kind of the element, one of VemOverlayType.
 
  private:
+  friend class IVemOverlayPath;
+
+  void Swap(VemOverlay& other);
+
   IVemOverlay* impl_;
 };
 

@@ -1,6 +1,7 @@
 #include "VemOverlay.h"
 
 #include <initializer_list>
+#include <utility>
 
 #include "IVemOverlay.h"
 
@@ -169,3 +170,5 @@ int VemOverlay::GetBrush(long* color0, long* color1, long* color2, long* mode) {
 }
 
 int VemOverlay::OverlayType() { return impl_->OverlayType(); }
+
+void VemOverlay::Swap(VemOverlay& other) { std::swap(impl_, other.impl_); }

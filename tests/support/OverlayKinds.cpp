@@ -98,56 +98,75 @@ using Passed = std::conditional_t<std::is_same_v<T, VemPoint>, VemPoint&, Fixed<
 template <typename... T>
 OverlayKind MakeKind(const char* name, VemOverlayType type, void (IVemOverlay::*set)(Fixed<T>...),
                      bool (IVemOverlay::*get)(T*...) const, void (VemOverlay::*gen)(Passed<T>...),
-                     bool (VemOverlay::*read)(T*...)) {
-  return {name, type, Setter(set), Reader(get), Setter(gen), Reader(read)};
+                     bool (VemOverlay::*read)(T*...),
+                     void (IVemOverlayPath::*addToImplementation)(Passed<T>...),
+                     void (VemOverlayPath::*add)(Passed<T>...)) {
+  OverlayKind kind{
+      name, type, Setter(set), Reader(get), Setter(gen), Reader(read), Setter(addToImplementation),
+      {}};
+  if (add != nullptr) kind.add = Setter(add);
+  return kind;
 }
 
 std::vector<OverlayKind> MakeKinds() {
   return {
       MakeKind<VemPoint>("Point", VemOverlayPoint, &IVemOverlay::SetPoint, &IVemOverlay::GetPoint,
-                         &VemOverlay::GenPoint, &VemOverlay::GetPoint),
+                         &VemOverlay::GenPoint, &VemOverlay::GetPoint, &IVemOverlayPath::AddPoint,
+                         &VemOverlayPath::AddPoint),
       MakeKind<VemPoint, VemPoint>("ArrowLine", VemOverlayArrowLine, &IVemOverlay::SetArrowLine,
                                    &IVemOverlay::GetArrowLine, &VemOverlay::GenArrowLine,
-                                   &VemOverlay::GetArrowLine),
+                                   &VemOverlay::GetArrowLine, &IVemOverlayPath::AddArrowLine,
+                                   &VemOverlayPath::AddArrowLine),
       MakeKind<VemPoint, VemPoint>("Line", VemOverlayLine, &IVemOverlay::SetLine,
                                    &IVemOverlay::GetLine, &VemOverlay::GenLine,
-                                   &VemOverlay::GetLine),
+                                   &VemOverlay::GetLine, &IVemOverlayPath::AddLine,
+                                   &VemOverlayPath::AddLine),
       MakeKind<VemPoint, VemPoint>("Rect1", VemOverlayRect1, &IVemOverlay::SetRect1,
                                    &IVemOverlay::GetRect1, &VemOverlay::GenRect1,
-                                   &VemOverlay::GetRect1),
-      MakeKind<VemPoint, VemPoint, int, int>("RakeRect1", VemOverlayRakeRect1,
-                                             &IVemOverlay::SetRect1, &IVemOverlay::GetRect1,
-                                             &VemOverlay::GenRakeRect1, &VemOverlay::GetRakeRect1),
+                                   &VemOverlay::GetRect1, &IVemOverlayPath::AddRect1,
+                                   &VemOverlayPath::AddRect1),
+      MakeKind<VemPoint, VemPoint, int, int>(
+          "RakeRect1", VemOverlayRakeRect1, &IVemOverlay::SetRect1, &IVemOverlay::GetRect1,
+          &VemOverlay::GenRakeRect1, &VemOverlay::GetRakeRect1, &IVemOverlayPath::AddRakeRect1,
+          &VemOverlayPath::AddRakeRect1),
       MakeKind<VemPoint, double>("Circle", VemOverlayCircle, &IVemOverlay::SetCircle,
                                  &IVemOverlay::GetCircle, &VemOverlay::GenCircle,
-                                 &VemOverlay::GetCircle),
-      MakeKind<VemPoint, double, double, double>("Ellipse", VemOverlayEllipse,
-                                                 &IVemOverlay::SetEllipse, &IVemOverlay::GetEllipse,
-                                                 &VemOverlay::GenEllipse, &VemOverlay::GetEllipse),
+                                 &VemOverlay::GetCircle, &IVemOverlayPath::AddCircle,
+                                 &VemOverlayPath::AddCircle),
+      MakeKind<VemPoint, double, double, double>(
+          "Ellipse", VemOverlayEllipse, &IVemOverlay::SetEllipse, &IVemOverlay::GetEllipse,
+          &VemOverlay::GenEllipse, &VemOverlay::GetEllipse, &IVemOverlayPath::AddEllipse,
+          &VemOverlayPath::AddEllipse),
       MakeKind<VemPointArray>("Polygon", VemOverlayPolygon, &IVemOverlay::SetPolygon,
                               &IVemOverlay::GetPolygon, &VemOverlay::GenPolygon,
-                              &VemOverlay::GetPolygon),
+                              &VemOverlay::GetPolygon, &IVemOverlayPath::AddPolygon,
+                              &VemOverlayPath::AddPolygon),
       MakeKind<VemPointArray>("PolyLine", VemOverlayPolyLine, &IVemOverlay::SetPolyLine,
                               &IVemOverlay::GetPolyLine, &VemOverlay::GenPolyLine,
-                              &VemOverlay::GetPolyLine),
+                              &VemOverlay::GetPolyLine, &IVemOverlayPath::AddPolyLine, nullptr),
       MakeKind<VemPoint, double, double, double>("Rect2", VemOverlayRect2, &IVemOverlay::SetRect2,
                                                  &IVemOverlay::GetRect2, &VemOverlay::GenRect2,
-                                                 &VemOverlay::GetRect2),
+                                                 &VemOverlay::GetRect2, &IVemOverlayPath::AddRect2,
+                                                 &VemOverlayPath::AddRect2),
       MakeKind<VemPoint, double, double, double, int, int>(
           "RakeRect2", VemOverlayRakeRect2, &IVemOverlay::SetRect2, &IVemOverlay::GetRect2,
-          &VemOverlay::GenRakeRect2, &VemOverlay::GetRakeRect2),
+          &VemOverlay::GenRakeRect2, &VemOverlay::GetRakeRect2, &IVemOverlayPath::AddRakeRect2,
+          &VemOverlayPath::AddRakeRect2),
       MakeKind<VemPoint, double, double, double, double>(
           "Torus", VemOverlayTorus, &IVemOverlay::SetTorus, &IVemOverlay::GetTorus,
-          &VemOverlay::GenTorus, &VemOverlay::GetTorus),
+          &VemOverlay::GenTorus, &VemOverlay::GetTorus, &IVemOverlayPath::AddTorus,
+          &VemOverlayPath::AddTorus),
       MakeKind<VemPoint, double, double, double, double, int, int>(
           "SpokeTorus", VemOverlaySpokeTorus, &IVemOverlay::SetTorus, &IVemOverlay::GetTorus,
-          &VemOverlay::GenSpokeTorus, &VemOverlay::GetSpokeTorus),
-      MakeKind<VemPoint, double, double, double>("Arc", VemOverlayArc, &IVemOverlay::SetArc,
-                                                 &IVemOverlay::GetArc, &VemOverlay::GenArc,
-                                                 &VemOverlay::GetArc),
+          &VemOverlay::GenSpokeTorus, &VemOverlay::GetSpokeTorus, &IVemOverlayPath::AddSpokeTorus,
+          &VemOverlayPath::AddSpokeTorus),
+      MakeKind<VemPoint, double, double, double>(
+          "Arc", VemOverlayArc, &IVemOverlay::SetArc, &IVemOverlay::GetArc, &VemOverlay::GenArc,
+          &VemOverlay::GetArc, &IVemOverlayPath::AddArc, &VemOverlayPath::AddArc),
       MakeKind<VemPointArray>("Irregular", VemOverlayIrregular, &IVemOverlay::SetIrregular,
                               &IVemOverlay::GetIrregular, &VemOverlay::GenIrregular,
-                              &VemOverlay::GetIrregular),
+                              &VemOverlay::GetIrregular, &IVemOverlayPath::AddIrregular,
+                              &VemOverlayPath::AddIrregular),
   };
 }
 

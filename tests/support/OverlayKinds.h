@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "IVemOverlay.h"
+#include "IVemOverlayPath.h"
 #include "VemOverlay.h"
+#include "VemOverlayPath.h"
 
 using Doubles = std::vector<double>;
 
@@ -31,6 +33,8 @@ struct OverlayKind {
   std::function<Reading(const IVemOverlay&)> get;
   std::function<void(VemOverlay&, const Doubles&)> gen;
   std::function<Reading(VemOverlay&)> read;
+  std::function<void(IVemOverlayPath&, const Doubles&)> addToImplementation;
+  std::function<void(VemOverlayPath&, const Doubles&)> add;  // Empty: the path has none.
 };
 
 /// All kinds that are told by numbers: all but text, image, region and none.

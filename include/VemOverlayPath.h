@@ -1,0 +1,74 @@
+#ifndef VEM_OVERLAY_PATH_H_
+#define VEM_OVERLAY_PATH_H_
+
+#include "VemExport.h"
+#include "VemOverlay.h"
+
+class IVemOverlayPath;
+
+/// An ordered list of overlays: one drawing of many elements, passed as a whole to a display, which
+/// draws them in the list's order.
+///
+/// The handle owns an IVemOverlayPath, alone, and forwards to it: how an element is added is told
+/// there. Every call adds one element; refused arguments add an overlay of the type VemOverlayNone,
+/// which a display skips. Copies are deep.
+///
+/// A position must be valid: nothing is reported. Use a path from one thread at a time, also for
+/// adding; reading it from several at once is safe.
+class VEM_EXPORT VemOverlayPath {
+ public:
+  VemOverlayPath();                             ///< No elements.
+  VemOverlayPath(const VemOverlayPath& other);  ///< A deep copy.
+  /// Makes the list a deep copy of `other`'s and returns a further copy by value, not this path.
+  VemOverlayPath operator=(const VemOverlayPath& other);
+  ~VemOverlayPath();
+
+  void AddPoint(VemPoint& point);                                      ///< VemOverlay::GenPoint
+  void AddLine(VemPoint& p1, VemPoint& p2);                            ///< VemOverlay::GenLine
+  void AddArrowLine(VemPoint& p1, VemPoint& p2);                       ///< VemOverlay::GenArrowLine
+  void AddCircle(VemPoint& center, double radius);                     ///< VemOverlay::GenCircle
+  void AddRect1(VemPoint& p1, VemPoint& p2);                           ///< VemOverlay::GenRect1
+  void AddRakeRect1(VemPoint& p1, VemPoint& p2, int mode, int count);  ///< VemOverlay::GenRakeRect1
+  void AddEllipse(VemPoint& center, double radius1, double radius2,
+                  double angle);  ///< VemOverlay::GenEllipse
+  void AddArc(VemPoint& center, double radius, double startAngle,
+              double sweepAngle);                  ///< VemOverlay::GenArc
+  void AddPolygon(const VemPointArray& points);    ///< VemOverlay::GenPolygon
+  void AddIrregular(const VemPointArray& points);  ///< VemOverlay::GenIrregular
+  void AddTorus(VemPoint& center, double innerRadius, double outerRadius, double startAngle,
+                double sweepAngle);  ///< VemOverlay::GenTorus
+  void AddSpokeTorus(VemPoint& center, double innerRadius, double outerRadius, double startAngle,
+                     double sweepAngle, int mode, int count);  ///< VemOverlay::GenSpokeTorus
+  void AddRect2(VemPoint& center, double length1, double length2,
+                double angle);  ///< VemOverlay::GenRect2
+  void AddRakeRect2(VemPoint& center, double length1, double length2, double angle, int mode,
+                    int count);                                    ///< VemOverlay::GenRakeRect2
+  void AddText(VemPoint& point, const char* text, VemFont& font);  ///< VemOverlay::GenText
+  void AddImage(VemPoint& point, VemImage& image);                 ///< VemOverlay::GenImage
+  void AddRegion(VemRegion& region);                               ///< VemOverlay::GenRegion
+
+  void AddOverlay(VemOverlay& overlay);  ///< Adds a copy.
+  /// Adds copies of all elements of `path`, in order; an own list is doubled.
+  void AddPath(VemOverlayPath& path);
+  /// Inserts a copy before the element at `position`, or at the end at Length().
+  void Insert(int position, const VemOverlay& overlay);
+  void Remove(int position);                              ///< Removes the element at `position`.
+  void Replace(int position, const VemOverlay& overlay);  ///< Puts a copy in an element's place.
+  void Clear();  ///< Empties the list and gives its storage back.
+  /// Makes room for `count` elements in all. A negative count throws `std::length_error`.
+  void Reserve(int count);
+
+  int Length() const;  ///< The number of elements.
+
+  /// The element itself. At no valid position: an invalid reference, which faults when touched.
+  VemOverlay& operator[](int position);
+  /// A copy of the element. At no valid position it faults.
+  VemOverlay operator[](int position) const;
+
+ private:
+  friend class IVemOverlayPath;
+
+  IVemOverlayPath* impl_;
+};
+
+#endif  // VEM_OVERLAY_PATH_H_

@@ -1,0 +1,158 @@
+#include "IVemOverlayPath.h"
+
+#include <algorithm>
+
+#include "VemOverlayPath.h"
+#include "values/TypedArray.h"
+
+IVemOverlayPath::IVemOverlayPath() = default;
+IVemOverlayPath::IVemOverlayPath(const IVemOverlayPath& other) : Overlays(other.Overlays) {}
+IVemOverlayPath IVemOverlayPath::operator=(const IVemOverlayPath& other) {
+  Overlays = other.Overlays;
+  return *this;
+}
+IVemOverlayPath::~IVemOverlayPath() = default;
+
+void IVemOverlayPath::AddPoint(VemPoint& point) {
+  Scratch.GenPoint(point);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddLine(VemPoint& p1, VemPoint& p2) {
+  Scratch.GenLine(p1, p2);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddArrowLine(VemPoint& p1, VemPoint& p2) {
+  Scratch.GenArrowLine(p1, p2);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddCircle(VemPoint& center, double radius) {
+  Scratch.GenCircle(center, radius);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddRect1(VemPoint& p1, VemPoint& p2) {
+  Scratch.GenRect1(p1, p2);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddRakeRect1(VemPoint& p1, VemPoint& p2, int mode, int count) {
+  Scratch.GenRakeRect1(p1, p2, mode, count);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddEllipse(VemPoint& center, double radius1, double radius2, double angle) {
+  Scratch.GenEllipse(center, radius1, radius2, angle);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddArc(VemPoint& center, double radius, double startAngle,
+                             double sweepAngle) {
+  Scratch.GenArc(center, radius, startAngle, sweepAngle);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddPolygon(const VemPointArray& points) {
+  Scratch.GenPolygon(points);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddPolyLine(const VemPointArray& points) {
+  Scratch.GenPolyLine(points);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddIrregular(const VemPointArray& points) {
+  Scratch.GenIrregular(points);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddTorus(VemPoint& center, double innerRadius, double outerRadius,
+                               double startAngle, double sweepAngle) {
+  Scratch.GenTorus(center, innerRadius, outerRadius, startAngle, sweepAngle);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddSpokeTorus(VemPoint& center, double innerRadius, double outerRadius,
+                                    double startAngle, double sweepAngle, int mode, int count) {
+  Scratch.GenSpokeTorus(center, innerRadius, outerRadius, startAngle, sweepAngle, mode, count);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddRect2(VemPoint& center, double length1, double length2, double angle) {
+  Scratch.GenRect2(center, length1, length2, angle);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddRakeRect2(VemPoint& center, double length1, double length2, double angle,
+                                   int mode, int count) {
+  Scratch.GenRakeRect2(center, length1, length2, angle, mode, count);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddText(VemPoint& point, const char* text, VemFont& font) {
+  Scratch.GenText(point, text, font);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddImage(VemPoint& point, VemImage& image) {
+  Scratch.GenImage(point, image);
+  AddOverlay(Scratch);
+}
+void IVemOverlayPath::AddRegion(VemRegion& region) {
+  Scratch.GenRegion(region);
+  AddOverlay(Scratch);
+}
+
+// Copied before the list moves: the overlay may be one of its elements.
+void IVemOverlayPath::AddOverlay(VemOverlay& overlay) {
+  VemOverlay copy(overlay);
+  Take(copy);
+}
+
+// The length counts as it is at entry, for a path that is added to itself.
+void IVemOverlayPath::AddPath(VemOverlayPath& path) {
+  const int count = path.Length();
+  for (int i = 0; i < count; ++i) AddOverlay(path[i]);
+}
+
+void IVemOverlayPath::Insert(int position, VemOverlay overlay) {
+  if (position < 0 || position > Length()) return;
+  Take(overlay);
+  const std::size_t place = static_cast<std::size_t>(position);
+  for (std::size_t i = Overlays.size() - 1; i > place; --i) Overlays[i].Swap(Overlays[i - 1]);
+}
+
+// Elements change places instead of being assigned: the same list, without a copy.
+void IVemOverlayPath::Remove(int position) {
+  if (!typed_array::InRange(Overlays, position)) return;
+  for (std::size_t i = static_cast<std::size_t>(position) + 1; i < Overlays.size(); ++i) {
+    Overlays[i - 1].Swap(Overlays[i]);
+  }
+  Overlays.pop_back();
+}
+
+void IVemOverlayPath::Replace(int position, VemOverlay overlay) {
+  if (typed_array::InRange(Overlays, position)) (*this)[position].Swap(overlay);
+}
+
+void IVemOverlayPath::Clear() { typed_array::Clear(Overlays); }
+
+// A negative count becomes a size that no vector can have.
+void IVemOverlayPath::Reserve(int count) {
+  const std::size_t capacity = static_cast<std::size_t>(count);
+  if (capacity > Overlays.capacity()) Grow(capacity);
+}
+
+int IVemOverlayPath::Length() const { return typed_array::Length(Overlays); }
+
+VemOverlay& IVemOverlayPath::operator[](int position) {
+  return typed_array::Element(Overlays, position);
+}
+VemOverlay IVemOverlayPath::operator[](int position) const {
+  return Overlays.at(static_cast<std::size_t>(position));
+}
+
+// A vector that grows by itself would copy every element, pixels included.
+void IVemOverlayPath::Grow(std::size_t capacity) {
+  std::vector<VemOverlay> grown;
+  grown.reserve(capacity);
+  grown.resize(Overlays.size());
+  for (std::size_t i = 0; i < grown.size(); ++i) grown[i].Swap(Overlays[i]);
+  Overlays.swap(grown);
+}
+
+// Adds an element that takes the overlay's place, and leaves a new one there.
+void IVemOverlayPath::Take(VemOverlay& overlay) {
+  if (Overlays.size() == Overlays.capacity()) {
+    Grow(std::max<std::size_t>(1, 2 * Overlays.size()));
+  }
+  Overlays.emplace_back();
+  Overlays.back().Swap(overlay);
+}
