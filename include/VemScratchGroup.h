@@ -29,8 +29,8 @@ struct VemScratchFeature {
 /// The order of features: whether the SortKey of `a` is below that of `b`.
 VEM_EXPORT bool SelfCompare(VemScratchFeature& a, VemScratchFeature& b);
 
-/// The settings of a scratch inspection. What they mean, the inspection settles. A default layer
-/// has those in brackets; on its own, the record has none.
+/// The settings of a scratch inspection. What they mean, the inspection settles. On its own, the
+/// record has no defaults.
 struct VemScratchPrecessing {
   int Param0;    ///< 0 in a default layer.
   float Param1;  ///< 9.0 in a default layer.
