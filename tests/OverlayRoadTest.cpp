@@ -7,6 +7,7 @@
 #include "VemOverlayPath.h"
 #include "VemROI.h"
 #include "VemRegion.h"
+#include "VemRegionArray.h"
 #include "support/RunMaskReference.h"
 #include "support/Support.h"
 
@@ -93,8 +94,17 @@ void ExpectRoad(VemROI roi, const RunMask& expected) {
   {
     VemRegion region = RegionOf(mask);
     ExpectRegion(region, expected);
-    overlay.GenRegion(region);
+    VemRegionArray regions;
+    regions.Append(region);
     region = VemRegion();
+    ASSERT_EQ(regions.Length(), 1);
+    regions.Select(0, &region);
+    ExpectRegion(region, expected);
+    VemRegion read = static_cast<const VemRegionArray&>(regions)[0];
+    regions.Clear();
+    ExpectRegion(read, expected);
+    overlay.GenRegion(read);
+    read = VemRegion();
   }
   ExpectOverlay(overlay, expected);
 
