@@ -30,9 +30,9 @@ void ReadBytes(const std::uint8_t* pixels, int columns, std::uint64_t* words) {
 // Wider pixels become bytes first, a word at a time.
 template <typename T, typename IsForeground>
 void ReadWide(const T* pixels, int columns, std::uint64_t* words, IsForeground isForeground) {
-  for (int column = 0; column < columns; column += kWordBits) {
+  for (int column = 0, count; column < columns; column += count) {
     std::uint8_t bytes[kWordBits] = {};
-    const int count = std::min(kWordBits, columns - column);
+    count = std::min(kWordBits, columns - column);
     for (int i = 0; i < count; ++i) bytes[i] = isForeground(pixels[column + i]);
     *words++ = NonZero64(bytes);
   }

@@ -1,6 +1,8 @@
 #include "coder/Outlines.h"
 
+#include <climits>
 #include <cstddef>
+#include <stdexcept>
 
 #include "coder/RunScanner.h"
 
@@ -120,6 +122,7 @@ class Tracer {
 
   // The new runs end above and below until a neighbour is found: each side leads to the other.
   void CloseSides() {
+    if (out_.runs.size() > INT_MAX / 8) throw std::length_error("too many runs to outline");
     next_.reserve(2 * out_.runs.capacity());
     for (std::size_t run = next_.size() / 2; run < out_.runs.size(); ++run) {
       next_.push_back(RightOf(run));

@@ -11,15 +11,15 @@ namespace {
 // the column behind its last, and so on. Returns the end of what it wrote.
 int* FindEdges(const std::vector<std::uint64_t>& words, int* edges) {
   std::uint64_t before = 0;
-  int column = 0;
+  std::int64_t column = 0;
   for (const std::uint64_t word : words) {
     for (std::uint64_t bits = word ^ (word << 1 | before); bits != 0; bits &= bits - 1) {
-      *edges++ = column + __builtin_ctzll(bits);
+      *edges++ = static_cast<int>(column) + __builtin_ctzll(bits);
     }
     before = word >> (kWordBits - 1);
     column += kWordBits;
   }
-  if (before != 0) *edges++ = column;
+  if (before != 0) *edges++ = static_cast<int>(column);
   return edges;
 }
 

@@ -12,8 +12,8 @@
 /// index does nothing on a bad one; nothing is reported. Records go in and come out as deep copies,
 /// but for the reference that the non-const operator[] gives. What throws is the allocator alone.
 ///
-/// Replacing an element by itself, or exchanging it with itself, assigns it to itself, which a
-/// record that holds a text must not be.
+/// Replacing an element by itself, exchanging it with itself or selecting it into itself assigns it
+/// to itself, which a record that holds a text must not be.
 ///
 /// Select reads a whole copy; the non-const operator[] reads in place.
 ///

@@ -19,7 +19,7 @@ class VEM_EXPORT VemCircle {
   ~VemCircle() = default;
 
   double Perimeter();  ///< 6.2831852 times the radius; negative for a negative radius.
-  double Area();       ///< 3.1415926 times the squared radius.
+  double Area();       ///< radius * (3.1415926 * radius).
 
   VemPoint center;  ///< The centre.
   double radius;    ///< The radius.

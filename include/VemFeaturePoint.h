@@ -17,8 +17,8 @@
 class VEM_EXPORT VemFeaturePoint {
  public:
   VemFeaturePoint();                                     ///< Sets nothing.
-  VemFeaturePoint(float xValue, float yValue, float g);  ///< Sets x, y, ValueG.
-  /// Sets x, y, ValueE, IntValue, ValueG.
+  VemFeaturePoint(float xValue, float yValue, float g);  ///< Sets the point and ValueG.
+  /// Sets the point, ValueE, IntValue and ValueG.
   VemFeaturePoint(float xValue, float yValue, float e, int n, float g);
   /// Sets all but ValueF.
   VemFeaturePoint(float xValue, float yValue, float c, float d, float e, int n, float g);

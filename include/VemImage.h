@@ -39,7 +39,8 @@ class VEM_EXPORT VemImage {
   ///
   /// `step` is in bytes from one row to the next and may be wider than a row (padding is dropped),
   /// narrower, or negative; 0, or a height of 1, means packed rows. `channels` takes any count of
-  /// 1 to 512. A type outside 0 to 6 gives the empty image, as does a zero area.
+  /// 1 to 512; one outside wraps as OpenCV's type code does, so that 0 reads 512 channels. A type
+  /// outside 0 to 6 gives the empty image, as does a zero area.
   ///
   /// A null `data` beside a non-zero area raises `cv::Exception`, and so do a step that is no
   /// multiple of a channel's size and a negative size beside a non-zero area.

@@ -29,7 +29,8 @@ class VEM_EXPORT VemLine {
   ///
   /// It does not tell the two sides apart: the sign of the difference in x has no influence. A line
   /// along x gives exactly 90.0; everything else is computed with the pi 3.1415926, so that a line
-  /// straight against growing y gives 180.00000307. Indeterminate when Length() is 0.
+  /// straight against growing y gives 180.00000307. Otherwise indeterminate when Length() is 0. An
+  /// end that is not finite may give a NaN.
   double VerticalAngle();
   /// The angle between the direction from start to end and the direction of growing x, in degrees,
   /// 0 to 180: the mirror of VerticalAngle, with x and y exchanged.

@@ -27,22 +27,23 @@ class VEM_EXPORT VemMorphStructure {
   /// CreateElement was called. Raises `std::bad_array_new_length` where `rows * cols` overflows to
   /// a negative number.
   VemMorphStructure(const VemMorphStructure& other);
-  /// As the copy constructor, over the old element. A record that held a table and becomes another
+  /// As the copy constructor, over the old element. Assigned to itself, a custom element loses all
+  /// its values. A record that held a table and becomes another
   /// kind keeps the old table's pointer, no longer valid.
   VemMorphStructure& operator=(const VemMorphStructure& other);
   ~VemMorphStructure();
 
   /// Sets the element and returns 0, or an error code:
   ///
-  /// - 1203020: `rows` or `cols` below 1, an anchor below -1, or a negative `type`;
-  /// - 1203021: `anchorY` not below `rows`;
-  /// - 1203022: `anchorX` not below `cols`.
+  /// - 1203020: `newRows` or `newCols` below 1, an anchor below -1, or a negative `newType`;
+  /// - 1203021: `newAnchorY` not below `newRows`;
+  /// - 1203022: `newAnchorX` not below `newCols`.
   ///
   /// These leave the record unchanged, and are tested in this order. An anchor of -1 is stored as
-  /// it is. For VemMorphStructureCustom the `rows * cols` integers at `values` are copied; null
-  /// gives 1203020 too, but the record has its new size and kind by then and has lost its table.
-  /// For any other kind `values` is ignored. `values` must not be the record's own table, which is
-  /// released first.
+  /// it is. For VemMorphStructureCustom the `newRows * newCols` integers at `newValues` are copied;
+  /// null gives 1203020 too, but the record has its new size and kind by then and has lost its
+  /// table. For any other kind `newValues` is ignored. It must not be the record's own table, which
+  /// is released first.
   long CreateElement(int newRows, int newCols, int newAnchorX, int newAnchorY,
                      VemMorphStructureType newType, int* newValues);
   /// Writes the element to the six pointers, none of which may be null, and returns 0.

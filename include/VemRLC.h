@@ -28,8 +28,9 @@ struct Run {
 /// is empty, or has several channels, counts as one without foreground, and without foreground all
 /// lists are left empty.
 ///
-/// Components and outlines are 8-connected. Nothing is reported; what throws is the allocator
-/// alone. Use a coder from one thread at a time; the static operations may run on any number.
+/// Components and outlines are 8-connected. Nothing is reported; what throws is the allocator, and
+/// FindContours `std::length_error` for more runs than integers can tell apart as outlines. Use a
+/// coder from one thread at a time; the static operations may run on any number.
 class VEM_EXPORT VemRLC {
  public:
   VemRLC();  ///< Empty results, ready to list the runs of a raster.

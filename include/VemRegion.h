@@ -24,8 +24,8 @@ class VEM_EXPORT VemRegion {
   /// Empty: 0 by 0, without runs.
   VemRegion();
   /// Copies the runs, on a canvas that just holds them: the largest last column plus one wide, the
-  /// largest row plus one high, each at least 1. Arrays that differ in length, or are empty, are
-  /// refused.
+  /// largest row plus one high, each at least 1; the largest int wraps. Arrays that differ in
+  /// length, or are empty, are refused.
   VemRegion(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns);
   /// Copies the runs, on the stated canvas. Arrays that differ in length and a canvas below 1 by 1
   /// are refused; arrays without elements are not.
@@ -34,7 +34,8 @@ class VEM_EXPORT VemRegion {
   /// The pixels of the points, their coordinates truncated toward zero, on a canvas that just holds
   /// them. Points left of or above the canvas are skipped. Points that all lie in row 0 or above,
   /// or all in column 0 or left of it, are refused. The runs stand component by component.
-  /// `points` must not be empty.
+  /// Enormous coordinates count as the smallest int,
+  /// and the search for the largest begins anew behind one. `points` must not be empty.
   VemRegion(VemPointArray& points);
   /// The pixels of the points, their coordinates truncated toward zero, on the stated canvas.
   /// Points outside are skipped; a canvas below 1 by 1 is refused. The runs stand component by

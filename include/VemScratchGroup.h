@@ -8,14 +8,8 @@
 #include "VemVar.h"
 
 // What a surface-scratch inspection reports: an array of layers, each with the settings that made
-// it and a list of groups, each with a label and a list of features.
-//
-// The order of the public fields is part of the binary interface. Copies are deep on every level.
-// Unlike the library's other arrays, these test no position: but where an operation says otherwise,
-// a position must be valid, and Insert at the number of elements adds at the end.
-//
-// What throws is the allocator alone. Use an object from one thread at a time; reading it from
-// several at once is safe.
+// it and a list of groups, each with a label and a list of features. The order of the public fields
+// is part of the binary interface. Copies are deep on every level.
 
 /// One feature of a scratch: a flat record without operations. Nothing is written into it by
 /// default.
@@ -41,6 +35,10 @@ struct VemScratchPrecessing {
 };
 
 /// A list of features under a label.
+///
+/// Positions are not tested and must be valid; Insert at the number of elements adds at the end.
+/// What throws is the allocator alone. Use an object from one thread at a time; reading it from
+/// several at once is safe.
 class VEM_EXPORT VemScratchGroup {
  public:
   VemScratchGroup();                              ///< No label, no features.
@@ -69,6 +67,10 @@ class VEM_EXPORT VemScratchGroup {
 
 /// A list of groups beside the settings that made it. What goes in is copied twice: for the
 /// argument, and for the list.
+///
+/// Positions are not tested, but for the non-const operator[], and must be valid; Insert at the
+/// number of elements adds at the end. What throws is the allocator alone. Use an object from one
+/// thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemScratchLayer {
  public:
   VemScratchLayer();                               ///< Default settings, no groups.
@@ -98,6 +100,10 @@ class VEM_EXPORT VemScratchLayer {
 };
 
 /// A list of layers.
+///
+/// Positions are not tested and must be valid; Insert at the number of elements adds at the end.
+/// What throws is the allocator alone. Use an object from one thread at a time; reading it from
+/// several at once is safe.
 class VEM_EXPORT VemScratchLayerArray {
  public:
   VemScratchLayerArray();                                   ///< No layers.

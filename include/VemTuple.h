@@ -54,7 +54,8 @@ class VEM_EXPORT VemVarArray {
 
   /// The number of elements.
   int Length() const;
-  /// Assigns the element at `index` to `*out`; out of range, `*out` stays as it was.
+  /// Assigns the element at `index` to `*out`; out of range, `*out` stays as it was. A text
+  /// must not be selected into itself.
   void Select(int index, VemVar* out) const;
   /// The first position from `start` on whose element is == `value`, or -1. As VemVar's == has it,
   /// a value of kind VemVarNone is never found, and the integer 1 finds 1.0. `start` must not be

@@ -65,13 +65,13 @@ class VEM_EXPORT VemVar {
   int ValType() const { return type_; }
 
   /// The number as a double.
-  double D() const;
+  double D() const { return type_ == VemVarDouble ? value_.d : ConvertToDouble(); }
   /// The number as a 64-bit integer, a double truncated toward zero. A double that does not fit, or
   /// is no number, gives the smallest integer.
-  long L() const;
+  long L() const { return type_ == VemVarLong ? value_.l : ConvertToLong(); }
   /// The number as a 32-bit integer: the low 32 bits of an integer; a double truncated toward zero
   /// straight to 32 bits. A double that does not fit, or is no number, gives the smallest integer.
-  int I() const;
+  int I() const { return type_ == VemVarLong ? static_cast<int>(value_.l) : ConvertToInt(); }
   /// The number as a float, rounded once.
   float F() const;
   /// The text itself, no copy: it lives until this value is assigned to or destroyed, and is never
@@ -90,7 +90,8 @@ class VEM_EXPORT VemVar {
   VemVar operator+(const VemVar& right) const;
   /// The difference; integers wrap. Defined for a number on the left and an integer on the right,
   /// also for a number on the left and nothing on the right (the left number as a double). A double
-  /// on the right gives nothing. A number less a text is a double without meaning.
+  /// on the right gives nothing. A number less a text is a double without meaning. A text or
+  /// nothing on the left gives nothing.
   VemVar operator-(const VemVar& right) const;
   /// The product of two numbers; integers wrap. Anything else gives nothing.
   VemVar operator*(const VemVar& right) const;
@@ -100,7 +101,8 @@ class VEM_EXPORT VemVar {
   VemVar operator/(const VemVar& right) const;
   /// The remainder, with the sign of the dividend, where at least one side is an integer. The other
   /// side enters with its 64 bits taken as an integer, never converted: 7 % 2.0 divides 7 by the
-  /// bit pattern of 2.0. Without an integer: nothing. A divisor of 0 is a fault of the processor.
+  /// bit pattern of 2.0. Without an integer: nothing. A divisor of 0, VemVarNone and 0.0 among
+  /// them, and the smallest integer by -1, are faults of the processor.
   VemVar operator%(const VemVar& right) const;
 
   /// Whether two numbers or two texts are the same. An integer is compared with a double as a
@@ -125,6 +127,9 @@ class VEM_EXPORT VemVar {
   };
   explicit VemVar(OwnBlock block) : type_(VemVarString), value_(0L) { value_.s = block.bytes; }
 
+  double ConvertToDouble() const;
+  long ConvertToLong() const;
+  int ConvertToInt() const;
   void CopyText(const char* text);
   void ReleaseText();
   long RawLong() const;

@@ -62,6 +62,12 @@ std::vector<cv::Point> CutTo(const cv::Rect2d& reach, const std::vector<cv::Poin
 
 void FillContours(cv::Mat& raster, const std::vector<std::vector<cv::Point>>& contours) {
   const cv::Rect2d reach = ReachOf(raster);
+  const auto isDrawn = [&](const std::vector<cv::Point>& contour) {
+    return !contour.empty() && IsWithin(contour, reach);
+  };
+  if (!contours.empty() && std::all_of(contours.begin(), contours.end(), isDrawn)) {
+    return Draw(raster, contours, cv::noArray());
+  }
   std::vector<std::vector<cv::Point>> painted;
   for (const std::vector<cv::Point>& contour : contours) {
     painted.push_back(IsWithin(contour, reach) ? contour : CutTo(reach, contour));

@@ -14,6 +14,7 @@ inline void ShareOrEmpty(const cv::Mat& source, cv::Mat& target) {
   }
 }
 
+// The clone is complete before the target lets go of its buffer, so the two may be the same.
 inline void CloneOrEmpty(const cv::Mat& source, cv::Mat& target) {
   try {
     target = source.clone();

@@ -1,23 +1,8 @@
 #include "VemFeatureDescriptor.h"
 
 #include <opencv2/core.hpp>
-#include <utility>
 
-namespace {
-
-// The clone is complete before the target lets go of its buffer, so the two may be the same. Leaves
-// `target` empty when OpenCV fails on the way.
-void CloneOrEmpty(const cv::Mat& source, cv::Mat& target) {
-  try {
-    cv::Mat clone;
-    source.copyTo(clone);
-    target = std::move(clone);
-  } catch (...) {
-    target = cv::Mat();
-  }
-}
-
-}  // namespace
+#include "raster/SharedPixels.h"
 
 VemFeatureDescriptor::VemFeatureDescriptor() : mat(new cv::Mat) {}
 

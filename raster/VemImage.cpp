@@ -10,10 +10,10 @@ namespace {
 
 bool IsImageType(VemImageType type) { return type >= VemImageType8U && type <= VemImageType64F; }
 
-// OpenCV's type code; a channel count that it has no room for is cut as OpenCV cuts it.
+// OpenCV's type code; OpenCV cuts a channel count that the code has no room for.
 int MatType(VemImageType type, int channels) {
   const int code = WrapMultiply(WrapSubtract(channels, 1), 1 << CV_CN_SHIFT);
-  return CV_MAT_TYPE(WrapAdd(static_cast<int>(type), code));
+  return WrapAdd(static_cast<int>(type), code);
 }
 
 int ElementSize(VemImageType type) { return static_cast<int>(CV_ELEM_SIZE1(type)); }

@@ -1,6 +1,7 @@
 #include "VemRegion.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <opencv2/core.hpp>
 
 #include "VemRLC.h"
@@ -13,13 +14,6 @@ namespace {
 bool SameLength(const VemVarArray& rows, const VemVarArray& firstColumns,
                 const VemVarArray& lastColumns) {
   return rows.Length() == firstColumns.Length() && rows.Length() == lastColumns.Length();
-}
-
-// The largest element, at least 0.
-int Largest(const VemVarArray& values) {
-  int largest = 0;
-  for (int i = 0; i < values.Length(); ++i) largest = std::max(largest, values[i].I());
-  return largest;
 }
 
 // Compares the untruncated coordinate: an infinity becomes the smallest integer here, and what
@@ -55,8 +49,15 @@ VemRegion::VemRegion() : data_(new VemRegionData) {}
 VemRegion::VemRegion(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns)
     : VemRegion() {
   if (!SameLength(rows, firstColumns, lastColumns) || rows.Length() < 1) return;
-  CreateRegion(WrapAdd(Largest(lastColumns), 1), WrapAdd(Largest(rows), 1), rows, firstColumns,
-               lastColumns);
+  const RunTriple runs(rows, firstColumns, lastColumns);
+  int largestRow = 0;
+  int largestColumn = 0;
+  for (std::size_t i = 0; i < runs.Count(); ++i) {
+    const Run run = runs.At(i);
+    largestRow = std::max(largestRow, run.Row);
+    largestColumn = std::max(largestColumn, run.LastColumn);
+  }
+  CreateRegion(WrapAdd(largestColumn, 1), WrapAdd(largestRow, 1), rows, firstColumns, lastColumns);
 }
 
 VemRegion::VemRegion(int width, int height, VemVarArray& rows, VemVarArray& firstColumns,

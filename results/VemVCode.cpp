@@ -16,7 +16,7 @@ static_assert(offsetof(VemVCode, Value3) == 72);
 static_assert(offsetof(VemVCode, Points) == 88);
 static_assert(sizeof(VemVCode) == 96);
 
-// Numbers and words stay as the memory was: this is meant.
+// Numbers stay as the memory was: this is meant.
 VemVCode::VemVCode() {}
 
 VemVCode::~VemVCode() = default;

@@ -13,6 +13,7 @@ struct RasterTrace {
   /// The outlines, outer borders and holes' alike, each with its first vertex again at the end.
   std::vector<std::vector<cv::Point>> ClosedContours();
 
+  VemRLC coder;  ///< Alive around the coder's calls, which take no object.
   std::vector<Run> runs;
   std::vector<cv::Point> points;
   std::vector<int> pointStarts;

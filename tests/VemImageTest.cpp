@@ -864,4 +864,17 @@ TEST(VemImage, AssignmentMakesAMissingMatrix) {
   EXPECT_EQ(image.ImageData(), source.ImageData());
 }
 
+TEST(VemImage, ConstructorCutsTheChannelsAsOpenCVDoes) {
+  const struct {
+    int channels;
+    int expected;
+  } kCases[] = {{0, 512},  {-1, 511},   {1, 1},         {512, 512},    {513, 1},
+                {600, 88}, {1024, 512}, {INT_MAX, 511}, {INT_MIN, 512}};
+  Bytes buffer = Pattern(512);
+  for (const auto& c : kCases) {
+    const VemImage image(buffer.data(), 0, 1, 1, c.channels, VemImageType8U);
+    EXPECT_EQ(image.Channels(), c.expected) << c.channels;
+  }
+}
+
 }  // namespace

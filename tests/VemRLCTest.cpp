@@ -310,6 +310,26 @@ TEST(VemRLC, CalcEmptiesWhatItDoesNotFill) {
   EXPECT_TRUE(coder.ComponentStarts.empty());
 }
 
+TEST(VemRLC, NewObjectListsRunsAndCalcReplacesThem) {
+  cv::Mat raster = Raster("##\n");
+  VemRLC coder;
+  coder.Calc(raster, true);
+  coder.Calc(raster, true);
+  EXPECT_EQ(coder.FillRuns, (std::vector<::Run>{{0, 0, 1}}));
+  coder.SetParam(1, 9, false, -1, -1, -1, false, false);
+  coder.Calc(raster, true);
+  EXPECT_TRUE(coder.FillRuns.empty());
+  EXPECT_EQ(coder.ComponentCount, 1);
+}
+
+TEST(VemRLC, ResultsStandInTheirOrder) {
+  const VemRLC coder;
+  const auto place = [](const auto& member) { return reinterpret_cast<std::uintptr_t>(&member); };
+  EXPECT_LT(place(coder.ComponentCount), place(coder.ComponentRuns));
+  EXPECT_LT(place(coder.ComponentRuns), place(coder.ComponentStarts));
+  EXPECT_LT(place(coder.ComponentStarts), place(coder.FillRuns));
+}
+
 TEST(VemRLC, OuterBorderRunsDownTheLeftSideFirst) {
   const Found found =
       Find(Raster(".....\n"

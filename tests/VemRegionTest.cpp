@@ -812,4 +812,15 @@ TEST(VemRegion, AssignmentMakesAMissingBlock) {
   ExpectOutlines(region, kOldHierarchy, kOldContours);
 }
 
+TEST(VemRegion, CanvasTooLargeForAnyMaskRaises) {
+  const VemPoint kPoints[] = {{2147483647, 5}, {5, 2147483647}, {2147483646, 2147483646}};
+  for (VemPoint point : kPoints) {
+    VemPointArray points;
+    points.Append(point);
+    EXPECT_THROW(VemRegion region(points), cv::Exception);
+  }
+  VemPointArray none;
+  EXPECT_THROW(VemRegion(INT_MAX, INT_MAX, none), cv::Exception);
+}
+
 }  // namespace

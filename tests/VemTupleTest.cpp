@@ -483,6 +483,8 @@ TEST(VemTuple, IndexOfFindsTheFirstEqualElement) {
     EXPECT_EQ(array.IndexOf(c.value, c.start), c.expected);
   }
   EXPECT_EQ(array.IndexOf(1.0), 1) << "the default start";
+  EXPECT_EQ(array.IndexOf(1.0, -5), 1);
+  EXPECT_EQ(array.IndexOf(1.0, INT_MIN), 1);
   EXPECT_EQ(VemVarArray().IndexOf(1L, 0), -1);
   EXPECT_EQ(Of({VemVar(), VemVar()}).IndexOf(VemVar(), 0), -1);
 }

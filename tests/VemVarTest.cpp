@@ -608,6 +608,12 @@ bool Throws(Operation operation) {
   if (!Throws([&] { const VemVar copy(value); })) std::_Exit(3);
   if (!Throws([&] { target = value; })) std::_Exit(4);
   if (!Throws([&] { const VemVar sum = value + value; })) std::_Exit(5);
+  // The old text is released once, not again with its owner.
+  const auto replaceText = [&] {
+    VemVar old("old");
+    old = value;
+  };
+  if (!Throws(replaceText)) std::_Exit(6);
   std::_Exit(0);
 }
 

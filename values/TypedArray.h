@@ -27,10 +27,11 @@ void AppendAll(std::vector<T>& elements, const std::vector<T>& added) {
   for (std::size_t i = 0; i < count; ++i) elements.push_back(added[i]);
 }
 
-/// As AppendAll, with room made once for both lengths. The room fits exactly, it does not double.
+/// As AppendAll, with room made once for both lengths; where it grows, it at least doubles.
 template <typename T>
 void ReserveAndAppendAll(std::vector<T>& elements, const std::vector<T>& added) {
-  elements.reserve(elements.size() + added.size());
+  const std::size_t needed = elements.size() + added.size();
+  if (needed > elements.capacity()) elements.reserve(std::max(needed, 2 * elements.capacity()));
   AppendAll(elements, added);
 }
 

@@ -43,17 +43,13 @@ double VemVar::Number() const {
   return type_ == VemVarLong ? static_cast<double>(value_.l) : RawDouble();
 }
 
-double VemVar::D() const { return IsNumber(type_) ? Number() : 0.0; }
+// The readers' way for the other kinds; their own kind they read in place.
 
-long VemVar::L() const {
-  if (type_ == VemVarLong) return value_.l;
-  return type_ == VemVarDouble ? TruncateToLong(value_.d) : 0;
+double VemVar::ConvertToDouble() const {
+  return type_ == VemVarLong ? static_cast<double>(value_.l) : 0.0;
 }
-
-int VemVar::I() const {
-  if (type_ == VemVarLong) return static_cast<int>(value_.l);
-  return type_ == VemVarDouble ? TruncateToInt(value_.d) : 0;
-}
+long VemVar::ConvertToLong() const { return type_ == VemVarDouble ? TruncateToLong(value_.d) : 0; }
+int VemVar::ConvertToInt() const { return type_ == VemVarDouble ? TruncateToInt(value_.d) : 0; }
 
 float VemVar::F() const {
   if (type_ == VemVarLong) return static_cast<float>(value_.l);
