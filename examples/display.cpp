@@ -10,7 +10,8 @@
 //
 //     colours    blue, green, red
 //     brush      mode 0 leaves a shape empty, 1 fills it, the picture shining through
-//     rake       lines across the rectangle, with mode 0 and 1 along its length, 2 and 3 across
+//     rake       arrows from one side of the rectangle to the opposite one: with mode 0 and 1
+//                along its first side, 2 and 3 along its second, the odd modes backwards
 //     spokes     lines from the inner to the outer circle with mode 4, the other way with mode 5
 //     font       a weight of 500 and above is bold
 
@@ -171,9 +172,10 @@ void Display::DrawSegment(VemOverlay& overlay, bool arrow) {
 
 void Display::DrawChain(VemOverlay& overlay) {
   VemPointArray points;
-  overlay.GetPolygon(&points);
-  overlay.GetPolyLine(&points);
-  overlay.GetIrregular(&points);
+  if (!overlay.GetPolygon(&points) && !overlay.GetPolyLine(&points) &&
+      !overlay.GetIrregular(&points)) {
+    return;
+  }
   Chain chain;
   for (int i = 0; i < points.Length(); ++i) chain.emplace_back(points[i].x, points[i].y);
   if (overlay.OverlayType() == VemOverlayPolyLine) return Open(chain);

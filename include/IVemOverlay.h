@@ -23,7 +23,8 @@
 ///
 /// A setter replaces the element. One that refuses its arguments leaves no element: the type
 /// VemOverlayNone and no numbers. Pen, brush, and the pixels or runs of an earlier element stay in
-/// the record whatever is set; only SetImage, SetRegion and Reset touch pixels or runs.
+/// the record whatever is set; of the operations below, only SetImage, SetRegion and Reset touch
+/// pixels or runs; assignment replaces everything.
 ///
 /// A reader returns false and leaves its outputs alone when the element is of another kind, or, but
 /// for image and region, has no numbers. Else it writes all outputs and then tells whether what it

@@ -25,9 +25,10 @@ class Vec;
 ///
 /// Region 0 is then delivered with the outlines A. Give all regions outlines, or none.
 ///
-/// Runs are those of VemRegion, kept as plain integers in their order. Nothing is reported. What
-/// throws is the allocator, and OpenCV's where contours must be painted; a list that was already
-/// changed stays so. Use an object from one thread at a time.
+/// Runs are those of VemRegion, kept as plain integers in their order. Whoever writes the fields
+/// keeps the five lists of the run track of one length. Nothing is reported. What throws is the
+/// allocator, and OpenCV's where contours must be painted; a list that was already changed stays
+/// so. Use an object from one thread at a time.
 class VEM_EXPORT IVemRegionArrayPara {
  public:
   IVemRegionArrayPara();                                  ///< No regions.

@@ -40,7 +40,8 @@ class VEM_EXPORT VemMatrix {
   /// empty matrix, as does a zero area. Null `data` and a negative size raise `cv::Exception`, each
   /// beside a non-zero area.
   VemMatrix(void* data, int rows, int cols, VemMatrixType type);
-  /// All zero. A size that is not positive and a type outside 0 to 6 give the empty matrix.
+  /// All zero. A size that is not positive and a type outside 0 to 6 give the empty matrix. One too
+  /// large for memory raises `cv::Exception`.
   VemMatrix(int rows, int cols, VemMatrixType type);
   /// Shares the elements of `other`.
   VemMatrix(const VemMatrix& other);
@@ -51,7 +52,7 @@ class VEM_EXPORT VemMatrix {
   /// Makes the matrix all zero, of that size and type. If it has them already, its elements are
   /// cleared in place, and matrices that share them see zeros; otherwise they are let go, and
   /// matrices that share them keep them. A size that is not positive and a type outside 0 to 6
-  /// change nothing.
+  /// change nothing; one too large for memory raises `cv::Exception`.
   void SetMatrix(int rows, int cols, VemMatrixType type);
   /// Writes the value into every element. It is read as VemVar::L for the 8-bit and 16-bit types
   /// and as VemVar::D for the others, 32-bit integers among them; OpenCV rounds it, halves to the

@@ -13,8 +13,8 @@ class IVemOverlayPath;
 /// there. Every call adds one element; refused arguments add an overlay of the type VemOverlayNone,
 /// which a display skips. Copies are deep.
 ///
-/// A position must be valid: nothing is reported. Use a path from one thread at a time, also for
-/// adding; reading it from several at once is safe.
+/// A position must be valid: nothing is reported. What throws is the allocator, OpenCV's included,
+/// and Reserve. Use a path from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemOverlayPath {
  public:
   VemOverlayPath();                             ///< No elements.
@@ -66,8 +66,6 @@ class VEM_EXPORT VemOverlayPath {
   VemOverlay operator[](int position) const;
 
  private:
-  friend class IVemOverlayPath;
-
   IVemOverlayPath* impl_;
 };
 

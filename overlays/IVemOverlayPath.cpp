@@ -92,6 +92,7 @@ void IVemOverlayPath::AddRegion(VemRegion& region) {
 
 // Copied before the list moves: the overlay may be one of its elements.
 void IVemOverlayPath::AddOverlay(VemOverlay& overlay) {
+  if (Overlays.size() < Overlays.capacity()) return Overlays.push_back(overlay);
   VemOverlay copy(overlay);
   Take(copy);
 }

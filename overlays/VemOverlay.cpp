@@ -141,11 +141,13 @@ bool VemOverlay::GetIrregular(VemPointArray* points) { return impl_->GetIrregula
 
 bool VemOverlay::GetText(VemPoint* point, VemVar* text, VemFont* font) {
   VemVarArray texts;
-  VemFont dropped;
-  impl_->GetText(point, &texts, font != nullptr ? font : &dropped);
-  // Only a text element fills the array; read out of range, the first value has no kind.
-  const VemVar first = static_cast<const VemVarArray&>(texts)[0];
-  if (first.ValType() == VemVarString) *text = first;
+  if (font != nullptr) {
+    impl_->GetText(point, &texts, font);
+  } else {
+    VemFont dropped;
+    impl_->GetText(point, &texts, &dropped);
+  }
+  if (texts.Length() > 0) *text = texts[0];  // Only a text is ever put there.
   return true;
 }
 

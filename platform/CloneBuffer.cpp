@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstring>
 
+#include "platform/MatSize.h"
+
 cv::Mat CloneBuffer(const unsigned char* data, int step, int height, int width, int type) {
   const std::int64_t area = static_cast<std::int64_t>(height) * width;
   if (data == nullptr && area != 0) {
@@ -15,6 +17,7 @@ cv::Mat CloneBuffer(const unsigned char* data, int step, int height, int width, 
   }
   if (area == 0) return cv::Mat();
 
+  if (height > 0 && width > 0) RequireCountable(height, width, CV_MAT_TYPE(type));
   cv::Mat clone;
   clone.create(height, width, CV_MAT_TYPE(type));
   const std::size_t rowSize = static_cast<std::size_t>(width) * clone.elemSize();

@@ -5,6 +5,7 @@
 #include <opencv2/core.hpp>
 
 #include "platform/CloneBuffer.h"
+#include "platform/MatSize.h"
 #include "raster/SharedPixels.h"
 
 namespace {
@@ -93,6 +94,7 @@ VemMatrix::~VemMatrix() { delete mat; }
 // size and type in place.
 void VemMatrix::SetMatrix(int rows, int cols, VemMatrixType type) {
   if (!IsMatrixType(type) || rows <= 0 || cols <= 0) return;
+  RequireCountable(rows, cols, type);
   *mat = cv::Mat::zeros(rows, cols, type);
 }
 

@@ -22,18 +22,7 @@ struct IntRuns {
 
 IntRuns TakeApart(VemRegionData& region) {
   const RunTriple source(region.Rows, region.FirstColumns, region.LastColumns);
-  const std::size_t count = source.Count();
-  IntRuns runs;
-  runs.rows.reserve(count);
-  runs.firstColumns.reserve(count);
-  runs.lastColumns.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    const Run run = source.At(i);
-    runs.rows.push_back(run.Row);
-    runs.firstColumns.push_back(run.FirstColumn);
-    runs.lastColumns.push_back(run.LastColumn);
-  }
-  return runs;
+  return {source.Rows(), source.FirstColumns(), source.LastColumns()};
 }
 
 void PushBack(IVemRegionArrayPara& array, int width, int height, IntRuns runs) {
@@ -49,6 +38,11 @@ template <typename T>
 void InsertAt(std::vector<T>& list, int position, T item) {
   if (position < 0 || static_cast<std::size_t>(position) > list.size()) return;
   list.insert(list.begin() + position, std::move(item));
+}
+
+// A bad position has no meaning here either.
+void Assign(std::vector<std::vector<int>>& list, int position, std::vector<int> item) {
+  if (typed_array::InRange(list, position)) list[static_cast<std::size_t>(position)].swap(item);
 }
 
 template <typename T>
@@ -69,18 +63,8 @@ int Largest(const std::vector<int>& values) {
   return largest;
 }
 
-// Item j, or 0 where a list of columns is shorter than that of the rows.
-int ItemOrZero(const std::vector<int>& list, std::size_t j) {
-  return j < list.size() ? list[j] : 0;
-}
-
 void AppendRuns(const IVemRegionArrayPara& array, std::size_t entry, RunTriple& runs) {
-  const std::vector<int>& rows = array.Rows[entry];
-  const std::vector<int>& firstColumns = array.FirstColumns[entry];
-  const std::vector<int>& lastColumns = array.LastColumns[entry];
-  for (std::size_t j = 0; j < rows.size(); ++j) {
-    runs.Append(rows[j], ItemOrZero(firstColumns, j), ItemOrZero(lastColumns, j));
-  }
+  runs.Append(array.Rows[entry], array.FirstColumns[entry], array.LastColumns[entry]);
 }
 
 void ReplaceRuns(VemRegionData& region, const IVemRegionArrayPara& array, int entry) {
@@ -165,12 +149,12 @@ void IVemRegionArrayPara::Remove(int position) {
 // meant.
 void IVemRegionArrayPara::Replace(int position, VemRegion& region) {
   const VemRegionData& data = *region.data_;
-  const IntRuns runs = TakeApart(*region.data_);
+  IntRuns runs = TakeApart(*region.data_);
   typed_array::Replace(Widths, position, data.Width);
   typed_array::Replace(Heights, position, data.Height);
-  typed_array::Replace(Rows, position, runs.rows);
-  typed_array::Replace(FirstColumns, position, runs.firstColumns);
-  typed_array::Replace(LastColumns, position, runs.lastColumns);
+  Assign(Rows, position, std::move(runs.rows));
+  Assign(FirstColumns, position, std::move(runs.firstColumns));
+  Assign(LastColumns, position, std::move(runs.lastColumns));
   if (Hierarchies.empty()) return;
   typed_array::Replace(Hierarchies, position, data.Hierarchy);
   typed_array::Replace(Contours, position, data.Contours);

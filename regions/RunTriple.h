@@ -1,6 +1,7 @@
 #ifndef REGIONS_RUN_TRIPLE_H_
 #define REGIONS_RUN_TRIPLE_H_
 
+#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -22,6 +23,11 @@ class RunTriple {
             i < lasts_.size() ? lasts_[i].I() : 0};
   }
 
+  std::vector<int> Rows() const { return Integers(rows_, Count()); }
+  /// As many as there are rows; a column that an array is too short for is 0.
+  std::vector<int> FirstColumns() const { return Integers(firsts_, Count()); }
+  std::vector<int> LastColumns() const { return Integers(lasts_, Count()); }
+
   /// Empties the arrays; their storage is kept for the runs to come.
   void Clear() {
     rows_.clear();
@@ -42,7 +48,30 @@ class RunTriple {
     lasts_.emplace_back(last);
   }
 
+  /// Appends as many runs as there are rows; a column that a list is too short for is 0.
+  void Append(const std::vector<int>& rows, const std::vector<int>& firsts,
+              const std::vector<int>& lasts) {
+    AppendColumn(rows_, rows, rows.size());
+    AppendColumn(firsts_, firsts, rows.size());
+    AppendColumn(lasts_, lasts, rows.size());
+  }
+
  private:
+  static std::vector<int> Integers(const std::vector<VemVar>& column, std::size_t count) {
+    std::vector<int> list(count);
+    const std::size_t given = std::min(column.size(), count);
+    for (std::size_t i = 0; i < given; ++i) list[i] = column[i].I();
+    return list;
+  }
+
+  static void AppendColumn(std::vector<VemVar>& column, const std::vector<int>& list,
+                           std::size_t count) {
+    const std::size_t end = column.size() + count;
+    const std::size_t given = std::min(list.size(), count);
+    column.insert(column.end(), list.begin(), list.begin() + static_cast<std::ptrdiff_t>(given));
+    column.resize(end, 0);
+  }
+
   std::vector<VemVar>& rows_;
   std::vector<VemVar>& firsts_;
   std::vector<VemVar>& lasts_;

@@ -54,11 +54,13 @@ VemROIArray::~VemROIArray() { delete store_; }
 void VemROIArray::Append(VemROI& value) { store_->push_back(Flatten(*value.impl_)); }
 void VemROIArray::Append(VemROIArray& values) { typed_array::AppendAll(*store_, *values.store_); }
 void VemROIArray::Insert(int index, VemROI& value) {
-  typed_array::Insert(*store_, index, Flatten(*value.impl_));
+  if (!typed_array::InRange(*store_, index)) return;
+  store_->insert(store_->begin() + index, Flatten(*value.impl_));
 }
 void VemROIArray::Remove(int index) { typed_array::Remove(*store_, index); }
 void VemROIArray::Replace(int index, VemROI& value) {
-  typed_array::Replace(*store_, index, Flatten(*value.impl_));
+  if (!typed_array::InRange(*store_, index)) return;
+  (*store_)[static_cast<std::size_t>(index)] = Flatten(*value.impl_);
 }
 void VemROIArray::Swap(int i, int j) { typed_array::Swap(*store_, i, j); }
 void VemROIArray::Clear() { typed_array::Clear(*store_); }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <functional>
 #include <string>
 #include <vector>
@@ -330,6 +331,21 @@ TEST(IVemOverlayContents, ShortContourIsTaken) {
   overlay.FromContour(ContourOf(points));
   EXPECT_FALSE(overlay.GetIrregular(&points));
   EXPECT_EQ(points.Length(), 2);
+}
+
+TEST(IVemOverlayContents, UnknownShapeLeavesTheValues) {
+  VemROI roi;
+  IVemROIPara* para = nullptr;
+  std::memcpy(&para, &roi, sizeof(para));  // A handle is one pointer.
+  for (const int type : {-1, 12, 99}) {
+    para->Type = static_cast<VemROIType>(type);
+    IVemOverlay overlay = FullOverlay();
+    const VemVarArray values = overlay.Params;
+    overlay.FromROI(roi);
+    EXPECT_EQ(overlay.OverlayType(), VemOverlayNone);
+    EXPECT_TRUE(Same(overlay.Params, values));
+    EXPECT_GT(values.Length(), 0);
+  }
 }
 
 }  // namespace

@@ -161,6 +161,8 @@ struct FillCase {
 // The narrow types read an integer, truncated; the others a double, which is rounded to the even
 // number at a half.
 const FillCase kFillCases[] = {
+    {VemMatrixType8U, 4294967296L + 77, 0},
+    {VemMatrixType16S, 4294967296L + 77, -32768},
     {VemMatrixType8U, 1.9, 1},
     {VemMatrixType8U, 300, 255},
     {VemMatrixType8U, -5, 0},

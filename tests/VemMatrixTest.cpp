@@ -359,4 +359,12 @@ TEST(VemMatrix, DataAndDestructorAllowAMissingMatrix) {
   EXPECT_EQ(matrix.MatrixData(), nullptr);
 }
 
+// The bytes of this size are 64 more than integers count to.
+TEST(VemMatrix, SizeWhoseBytesWrapRaises) {
+  EXPECT_THROW(VemMatrix(1073807362, 2147352580, VemMatrixType64F), cv::Exception);
+  VemMatrix matrix(2, 3, VemMatrixType32F);
+  EXPECT_THROW(matrix.SetMatrix(1073807362, 2147352580, VemMatrixType64F), cv::Exception);
+  EXPECT_EQ(matrix.Mat().rows, 2);
+}
+
 }  // namespace

@@ -377,6 +377,20 @@ TEST(IVemOverlayPath, ReserveMakesRoom) {
   IVemOverlayPath path = NumberedPath<IVemOverlayPath>(3);
   path.Reserve(100);
   EXPECT_GE(path.Overlays.capacity(), 100u);
+  path.Reserve(2);
+  EXPECT_GE(path.Overlays.capacity(), 100u);
+}
+
+TEST(IVemOverlayPath, RoomDoublesAsOverlaysAreAdded) {
+  IVemOverlayPath path;
+  VemPoint point(1, 2);
+  int moves = 0;
+  for (int i = 0; i < 1000; ++i) {
+    const std::size_t room = path.Overlays.capacity();
+    path.AddPoint(point);
+    moves += path.Overlays.capacity() != room ? 1 : 0;
+  }
+  EXPECT_LE(moves, 12);
 }
 
 TYPED_TEST(OverlayPath, NegativeReserveThrows) {
