@@ -33,8 +33,8 @@ VemContour& VemContour::operator=(const VemContour& other) {
 VemContour::~VemContour() { delete store_; }
 
 void VemContour::FromPointArray(VemPointArray& in) {
-  store_->clear();
   store_->reserve(in.store_->size());
+  store_->clear();
   for (const VemPoint& point : *in.store_) store_->emplace_back(point.x, point.y);
 }
 

@@ -93,10 +93,10 @@ class VEM_EXPORT IVemROIPara {
   /// that must be at least 2 by 2. What lies outside the canvas is lost.
   void GenMask(VemContourArray& contours, int width, int height);
 
-  /// The readers return false and leave their outputs alone when the shape is of another kind. When
-  /// it is of theirs, the outputs are written, and the result tells whether the numbers pass the
-  /// reader's test, which is the generator's but for the sweep of a ring or an arc: it must be
-  /// above 0 here.
+  /// The readers return false and leave their outputs alone when the shape is of another kind, or
+  /// has no numbers since a generator from points dropped them; GetPoint alone does not ask for
+  /// numbers. Otherwise the outputs are written, and the result tells whether they, rounded as they
+  /// are, pass the generator's test; but the sweep of a ring or an arc must be above 0 here.
   bool GetPoint(VemPoint* point) const;
   bool GetRect1(VemPoint* p1, VemPoint* p2) const;         ///< As GetPoint.
   bool GetCircle(VemPoint* center, double* radius) const;  ///< As GetPoint.
@@ -129,15 +129,17 @@ class VEM_EXPORT IVemROIPara {
 
   /// The outlines of the shape, as whole numbers.
   ///
-  /// Rectangles, polygons, irregular shapes, lines and arcs pass their vertices, closed by their
-  /// first one again but for a line, and clipped nowhere: a vertex may be negative. Circles,
-  /// ellipses and masks are painted on the canvas and traced; the outlines of holes stand in the
-  /// list with nothing to tell them from outer ones. A whole ring gives two contours, the inner one
-  /// first, neither closed by a repeated vertex; a sector gives one.
+  /// Rectangles, polygons, irregular shapes, lines and arcs pass their vertices, clipped nowhere: a
+  /// vertex may be negative. All but a line are closed by their first vertex again; an arc ends
+  /// with its start point, which for a fractional start is not its first sample. Circles, ellipses
+  /// and masks are painted on the canvas and traced; the outlines of holes stand in the list with
+  /// nothing to tell them from outer ones. A whole ring gives two contours, the inner one first,
+  /// neither closed by a repeated vertex; a sector gives one.
   ///
-  /// The array is emptied first. Result and canvas are told as in the run form; but the canvas of
-  /// circles and ellipses is the raster that they are painted on, and the outlines of a ring or a
-  /// circle do not enclose exactly the pixels of its runs.
+  /// The array is emptied first. Result and canvas are told as in the run form; but a circle's
+  /// canvas is a column and a row larger, and an axis-parallel rectangle that ends at column or row
+  /// -1 gives true, with a canvas side of 0. Outlines need not enclose exactly the pixels of the
+  /// runs.
   bool GetMask(VemContourArray* contours, int* width, int* height);
 
   /// Paints runs into a new `CV_8UC1` raster of `height` rows by `width` columns: 255 inside, 0
@@ -146,7 +148,9 @@ class VEM_EXPORT IVemROIPara {
   cv::Mat ToMAT(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns, int width,
                 int height);
   /// Paints contours, filled even-odd over all of them, their outlines included, into a raster as
-  /// above. Coordinates are rounded to the nearest pixel, halves to the even one.
+  /// above. Coordinates are rounded to the nearest pixel, halves to the even one. Contours within
+  /// 32,767 pixels of the raster are painted as `cv::drawContours` does; of others the far part is
+  /// cut off first.
   cv::Mat ToMAT(VemContourArray& contours, int width, int height);
 
   /// Reads a mask raster of one channel, in which any pixel that is not zero is inside, as runs by

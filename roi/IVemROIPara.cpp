@@ -24,7 +24,11 @@ void SetVertices(IVemROIPara& roi, VemROIType type, VemPointArray& points) {
   roi.Params.Clear();
   const int count = points.Length();
   if (count < 3) return;
-  for (int i = 0; i < count; ++i) SetShape(roi, type, {points[i].y, points[i].x});
+  roi.Type = type;
+  for (int i = 0; i < count; ++i) {
+    roi.Params.Append(points[i].y);
+    roi.Params.Append(points[i].x);
+  }
 }
 
 bool Has(const IVemROIPara& roi, VemROIType type) {
@@ -185,9 +189,11 @@ bool IVemROIPara::GetCircle(VemPoint* center, double* radius) const {
 
 bool IVemROIPara::GetTorus(VemPoint* center, double* innerRadius, double* outerRadius,
                            double* startAngle, double* sweepAngle) const {
-  return ReadCentred(*this, VemROITorus, center,
-                     {innerRadius, outerRadius, startAngle, sweepAngle}) &&
-         *innerRadius<*outerRadius&& * innerRadius> 0 && *sweepAngle > 0;
+  if (!ReadCentred(*this, VemROITorus, center,
+                   {innerRadius, outerRadius, startAngle, sweepAngle})) {
+    return false;
+  }
+  return *innerRadius > 0 && *outerRadius > *innerRadius && *sweepAngle > 0;
 }
 
 bool IVemROIPara::GetRect2(VemPoint* center, double* length1, double* length2,

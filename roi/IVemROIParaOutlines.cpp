@@ -84,22 +84,23 @@ bool TorusOutlines(const VemVarArray& params, Contours& contours, Canvas& canvas
   canvas = {TruncateToInt(right + 1.0), TruncateToInt(bottom + 1.0)};
 
   Contour inner = SampleRing(start, start + sweep, params[2].D(), column, row);
-  const Contour outer = SampleRing(start, start + sweep, outerRadius, column, row);
+  Contour outer = SampleRing(start, start + sweep, outerRadius, column, row);
   const bool whole = !(static_cast<double>(TruncateToInt(sweep) % 360) > 0.05);
   if (whole) {
-    contours = {inner, outer};
+    contours.push_back(std::move(inner));
+    contours.push_back(std::move(outer));
     return true;
   }
   inner.insert(inner.end(), outer.rbegin(), outer.rend());
   if (!inner.empty()) inner.push_back(cv::Point(inner.front()));
-  contours = {inner};
+  contours.push_back(std::move(inner));
   return true;
 }
 
 bool VerticesOutline(const VemVarArray& params, Contours& contours, Canvas& canvas) {
-  const ClosedVertices vertices(params);
+  ClosedVertices vertices(params);
   if (vertices.IsOutside()) return false;
-  contours = {vertices.points};
+  contours.push_back(std::move(vertices.points));
   canvas = CanvasTo(vertices.endColumn, vertices.endRow);
   return true;
 }
@@ -122,9 +123,9 @@ bool LineOutline(const VemVarArray& params, Contours& contours, Canvas& canvas) 
 }
 
 bool ArcOutline(const VemVarArray& params, Contours& contours, Canvas& canvas) {
-  const ArcSamples arc(params);
+  ArcSamples arc(params);
   if (arc.outside) return false;
-  contours = {arc.points};
+  contours.push_back(std::move(arc.points));
   canvas = arc.canvas;
   return true;
 }

@@ -71,7 +71,7 @@ cv::Mat IVemROIPara::ToMAT(VemVarArray& rows, VemVarArray& firstColumns, VemVarA
 cv::Mat IVemROIPara::ToMAT(VemContourArray& contours, int width, int height) {
   cv::Mat raster = EmptyRaster(width, height);
   std::vector<std::vector<cv::Point>> rounded;
-  VectorD2I(*contours.store_, rounded);
+  ConvertPoints(*contours.store_, rounded);
   FillContours(raster, rounded);
   return raster;
 }

@@ -124,6 +124,7 @@ bool Rect2Runs(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
 // The columns follow the whole-number slope. A line wider than high has slope 0 and no runs, since
 // its columns are infinite; for an upright one the division faults.
 bool LineRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
+  if (params.Length() == 0) return false;  // Left so by a generator from points.
   const PointPair p(params);
   if (p.IsOutside()) return false;
   const float slope = ToFloat(Divide(WrapSubtract(p.y2, p.y1), WrapSubtract(p.x2, p.x1)).quotient);
@@ -303,7 +304,8 @@ bool TorusRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   const int outer = params[3].I();
   const int right = WrapAdd(column, outer);
   const int bottom = WrapAdd(row, outer);
-  if (right < 0 || bottom < 0) return false;
+  if (outer < 0 || right < 0 || bottom < 0)
+    return false;  // A radius that does not fit is negative.
 
   cv::Mat raster = DrawRing(inner, outer, startAngle, sweep);
   const std::vector<Run> drawn = ListRuns(raster);

@@ -466,6 +466,7 @@ TEST(IVemROIParaOutlines, TorusTellsItsOwnSamples) {
           {"SectorGoesOutAlongTheInnerCircleAndBackAlongTheOuter",
            {30, 30, 10.5, 20.5, 0, 2},
            Made({{{40, 30}, {40, 29}, {40, 29}, {50, 29}, {50, 29}, {50, 30}, {40, 30}}}, 51, 51)},
+          {"SweepDoesNotFit", {30, 30, 10, 20, kNaN, 1e10}, Made({{}, {}}, 51, 51)},
           {"WholeHasTheInnerFirst",
            {30, 30, 10.5, 20.5, 0, 0},
            Made({{{40, 30}}, {{50, 30}}}, 51, 51)},

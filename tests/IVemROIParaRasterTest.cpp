@@ -889,4 +889,13 @@ TEST(IVemROIParaRaster, ShapesCutByTheBorderComeBack) {
   }
 }
 
+TEST(IVemROIParaRaster, GenMaskFromTheObjectsOwnArraysIsEmpty) {
+  IVemROIPara para;
+  VemVarArray rows(1), firstColumns(2), lastColumns(3);
+  para.GenMask(rows, firstColumns, lastColumns, 5, 5);
+  para.GenMask(para.Rows, para.FirstColumns, para.LastColumns, 5, 5);
+  EXPECT_EQ(para.ROIType(), VemROIMask);
+  EXPECT_EQ(para.Rows.Length(), 0);
+}
+
 }  // namespace

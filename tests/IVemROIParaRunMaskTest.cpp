@@ -232,7 +232,7 @@ TEST(IVemROIParaRunMask, UnknownTypesHaveNoRunsAndLeaveTheCanvas) {
 // but it must not fault; a line would, being vertical.
 TEST(IVemROIParaRunMask, ShapesWithoutNumbersDoNotFault) {
   for (VemROIType type : {VemROIRect1, VemROICircle, VemROITorus, VemROIPolygon, VemROIIrregular,
-                          VemROIRect2, VemROIEllipse, VemROIArc}) {
+                          VemROIRect2, VemROILine, VemROIEllipse, VemROIArc}) {
     SCOPED_TRACE(type);
     MaskOf(type, {});
   }
@@ -349,6 +349,7 @@ TEST(IVemROIParaRunMask, Circle) {
           {"RadiusLosesItsFraction", {5, 5, 2.9}, ofRadius2},
           {"CenterLosesItsFraction", {5.9, 5.9, 2}, ofRadius2},
           {"Radius1HasNoRuns", {5, 5, 1}, Made({}, 6, 6)},
+          {"RadiusDoesNotFit", {5, 5, 1e10}, kFailed},
           {"RadiusBelow1IsZero", {5, 5, 0.5}, Made({}, 5, 5)},
           {"FromLeftAndAbove", {0, 0, 3}, Made({{0, 0, 3}, {1, 0, 2}}, 3, 3)},
           // 50000 squared does not fit into 32 bits and comes out negative.
@@ -450,6 +451,9 @@ TEST(IVemROIParaRunMask, Rect2WithEdgesThatBecameStraight) {
   ExpectMasks(VemROIRect2,
               {
                   {"Tiny", {5, 5, 0.5, 0.5, 45}, Made({{4, 0, kSmallest}, {5, 0, 4}}, 7, 7)},
+                  {"SlopeIsTakenInDouble",
+                   {-10294796, 99, 196975927, 5, 6},
+                   Made({{0, 0, -97948359}, {1, 0, -97948367}}, 97948530, 3)},
               });
 }
 
@@ -818,6 +822,15 @@ TEST(IVemROIParaRunMask, TorusMatchesReference) {
     const double start = r.Angle();
     return Doubles{y, x, inner, outer, start, r.Sweep()};
   });
+}
+
+TEST(IVemROIParaRunMask, TorusWithoutSamplesHasNoRuns) {
+  EXPECT_EQ(MaskOf(VemROITorus, {5, 5, 2, 5, kNaN, 360}), Made({}, 11, 11));
+  EXPECT_EQ(MaskOf(VemROITorus, {5, 5, 2, 5, kNaN, 90}), Made({}, 11, 11));
+}
+
+TEST(IVemROIParaRunMask, TorusWithARadiusThatDoesNotFitFails) {
+  EXPECT_EQ(MaskOf(VemROITorus, {-1, -1, 3e9, 4e9, 0, 360}), kFailed);
 }
 
 }  // namespace
