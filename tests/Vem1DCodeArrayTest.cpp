@@ -21,6 +21,7 @@ namespace {
 
 struct Traits : RecordTraits<Vem1DCodeFields> {
   using Array = Vem1DCodeArray;
+  static constexpr bool kConstAccessReads = false;
 
   static std::vector<Vem1DCode>* Store(Vem1DCodeArray& array) {
     return array.*PrivateOf(PrivateVem1DCodeArrayStore());

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "support/ArrayContract.h"
@@ -18,9 +19,15 @@ template struct PrivateAccess<PrivateVem2DVarArrayStore, &Vem2DVarArray::store_>
 
 namespace {
 
+// Growth copies the rows: an array of values has no way to move.
+static_assert(!std::is_nothrow_move_constructible_v<VemVarArray>);
+
 struct Traits {
   using Array = Vem2DVarArray;
   using Element = VemVarArray;
+  static constexpr bool kMakesRoomOnce = true;
+  static constexpr bool kMayAssignToItself = true;
+  static constexpr bool kConstAccessReads = true;
 
   // One to four elements, of every kind.
   static VemVarArray Make(int number) {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "Vem3DPoint.h"
-#include "support/PointArrayContract.h"
+#include "support/ArrayContract.h"
 #include "support/PrivateAccess.h"
 #include "support/Support.h"
 
@@ -22,17 +22,22 @@ namespace {
 struct SpacePointTraits {
   using Array = Vem3DPointArray;
   using Element = Vem3DPoint;
+  static constexpr bool kMakesRoomOnce = false;
+  static constexpr bool kMayAssignToItself = true;
+  static constexpr bool kConstAccessReads = true;
 
   static Vem3DPoint Make(int number) { return Vem3DPoint(number, -0.5 * number, 3.0 * number); }
   static bool IsMade(const Vem3DPoint& point, int number) {
     return point.x == number && point.y == -0.5 * number && point.z == 3.0 * number;
   }
-  static std::vector<Vem3DPoint>*& Store(Vem3DPointArray& array) {
+  static bool IsDefault(const Vem3DPoint& point) { return IsMade(point, 0); }
+  static std::vector<Vem3DPoint>* Store(Vem3DPointArray& array) {
     return array.*PrivateOf(PrivateVem3DPointArrayStore());
   }
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Vem3DPointArray, PointArrayContract, SpacePointTraits);
+INSTANTIATE_TYPED_TEST_SUITE_P(Vem3DPointArray, ArrayContract, SpacePointTraits);
+INSTANTIATE_TYPED_TEST_SUITE_P(Vem3DPointArray, ConstAccessContract, SpacePointTraits);
 
 TEST(Vem3DPointArray, ElementsAreDoublesInARow) {
   Vem3DPointArray array;

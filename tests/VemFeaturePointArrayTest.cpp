@@ -20,6 +20,9 @@ namespace {
 struct Traits {
   using Array = VemFeaturePointArray;
   using Element = VemFeaturePoint;
+  static constexpr bool kMakesRoomOnce = true;
+  static constexpr bool kMayAssignToItself = true;
+  static constexpr bool kConstAccessReads = true;
 
   static VemFeaturePoint Make(int number) {
     const float value = static_cast<float>(number);

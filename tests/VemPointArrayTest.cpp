@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "VemPoint.h"
-#include "support/PointArrayContract.h"
+#include "support/ArrayContract.h"
 #include "support/PrivateAccess.h"
 #include "support/Support.h"
 
@@ -24,17 +24,22 @@ namespace {
 struct PointTraits {
   using Array = VemPointArray;
   using Element = VemPoint;
+  static constexpr bool kMakesRoomOnce = false;
+  static constexpr bool kMayAssignToItself = true;
+  static constexpr bool kConstAccessReads = true;
 
   static VemPoint Make(int number) { return VemPoint(number, -0.5 * number); }
   static bool IsMade(const VemPoint& point, int number) {
     return point.x == number && point.y == -0.5 * number;
   }
-  static std::vector<VemPoint>*& Store(VemPointArray& array) {
+  static bool IsDefault(const VemPoint& point) { return IsMade(point, 0); }
+  static std::vector<VemPoint>* Store(VemPointArray& array) {
     return array.*PrivateOf(PrivateVemPointArrayStore());
   }
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(VemPointArray, PointArrayContract, PointTraits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemPointArray, ArrayContract, PointTraits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemPointArray, ConstAccessContract, PointTraits);
 
 TEST(VemPointArray, ElementsAreDoublesInARow) {
   VemPointArray array;

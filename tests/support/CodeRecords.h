@@ -290,6 +290,9 @@ bool HoldsNothing(const typename Fields::Record& record) {
 template <typename Fields>
 struct RecordTraits {
   using Element = typename Fields::Record;
+  static constexpr bool kMakesRoomOnce = true;
+  static constexpr bool kMayAssignToItself = false;
+  static constexpr bool kConstAccessReads = true;
 
   static Element Make(int number) { return MakeRecord<Fields>(number); }
   static bool IsMade(const Element& record, int number) {
