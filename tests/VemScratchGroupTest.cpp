@@ -54,21 +54,39 @@ static_assert(std::is_same_v<decltype(Feature::Head0), std::uint64_t> &&
 static_assert(sizeof(Settings) == 24 && std::is_trivial_v<Settings>);
 static_assert(std::is_same_v<decltype(Settings::Param0), int> &&
               std::is_same_v<decltype(Settings::Param1), float> &&
+              std::is_same_v<decltype(Settings::Param2), int> &&
+              std::is_same_v<decltype(Settings::Param3), int> &&
+              std::is_same_v<decltype(Settings::Param4), int> &&
               std::is_same_v<decltype(Settings::Param5), int>);
 static_assert(sizeof(Group) == 24 && sizeof(Layer) == 32 && sizeof(Layers) == 8);
 static_assert(std::is_same_v<decltype(&SelfCompare), bool (*)(Feature&, Feature&)>);
 static_assert(std::is_same_v<decltype(&Group::operator=), Group& (Group::*)(Group)>);
 static_assert(std::is_same_v<decltype(&Group::Append), void (Group::*)(Feature)>);
 static_assert(std::is_same_v<decltype(&Group::Insert), void (Group::*)(int, Feature)>);
+static_assert(std::is_same_v<decltype(&Group::Remove), void (Group::*)(int)>);
+static_assert(std::is_same_v<decltype(&Group::Clear), void (Group::*)()>);
+static_assert(std::is_same_v<decltype(&Group::Sort), void (Group::*)()>);
+static_assert(std::is_same_v<decltype(&Group::GetFeatureNum), int (Group::*)() const>);
 static_assert(std::is_same_v<decltype(&Layer::operator=), Layer& (Layer::*)(const Layer&)>);
 static_assert(std::is_same_v<decltype(&Layer::Append), void (Layer::*)(Group)>);
 static_assert(std::is_same_v<decltype(&Layer::Insert), void (Layer::*)(int, Group)>);
+static_assert(std::is_same_v<decltype(&Layer::Remove), void (Layer::*)(int)>);
+static_assert(std::is_same_v<decltype(&Layer::Clear), void (Layer::*)()>);
+static_assert(std::is_same_v<decltype(&Layer::GetGroupNum), int (Layer::*)() const>);
 static_assert(std::is_same_v<decltype(&Layers::operator=), Layers& (Layers::*)(const Layers&)>);
 static_assert(std::is_same_v<decltype(&Layers::Append), void (Layers::*)(Layer&)>);
 static_assert(std::is_same_v<decltype(&Layers::Insert), void (Layers::*)(int, Layer&)>);
+static_assert(std::is_same_v<decltype(&Layers::Remove), void (Layers::*)(int)>);
+static_assert(std::is_same_v<decltype(&Layers::Clear), void (Layers::*)()>);
+static_assert(std::is_same_v<decltype(&Layers::GetLayerNum), int (Layers::*)() const>);
+static_assert(std::is_same_v<decltype(std::declval<Group&>()[0]), Feature&> &&
+              std::is_same_v<decltype(std::declval<Layer&>()[0]), Group&> &&
+              std::is_same_v<decltype(std::declval<Layers&>()[0]), Layer&>);
 static_assert(std::is_same_v<decltype(std::declval<const Group&>()[0]), const Feature&> &&
               std::is_same_v<decltype(std::declval<const Layer&>()[0]), const Group&> &&
               std::is_same_v<decltype(std::declval<const Layers&>()[0]), const Layer&>);
+// Growth copies the groups: they have no way to move.
+static_assert(!std::is_nothrow_move_constructible_v<Group>);
 static_assert(std::is_convertible_v<VemVar&, Group> && std::is_convertible_v<Settings, Layer>);
 
 std::vector<Feature>* StoreOf(Group& group) {
