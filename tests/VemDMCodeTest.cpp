@@ -27,18 +27,4 @@ TEST(VemDMCode, NewRecordHasItsTextsAndNothingElse) {
   EXPECT_TRUE(HoldsNothing<VemDMCodeFields>(record));
 }
 
-TEST(VemDMCode, EveryRecordHasTextsOfItsOwn) {
-  const VemDMCode first;
-  const VemDMCode second;
-  const VemDMCode copy(first);
-  VemDMCode target;
-  target = first;
-  for (const VemDMCode* other : {&second, &copy, static_cast<const VemDMCode*>(&target)}) {
-    EXPECT_NE(other->SymbolType.S(), first.SymbolType.S());
-    EXPECT_STREQ(other->SymbolType.S(), "ECC-200 ");
-    EXPECT_NE(other->Polarity.S(), first.Polarity.S());
-    EXPECT_STREQ(other->Polarity.S(), "BlackOnWhite");
-  }
-}
-
 }  // namespace

@@ -24,16 +24,4 @@ TEST(VemPDF417Code, NewRecordHasItsTextsAndNothingElse) {
   EXPECT_TRUE(HoldsNothing<VemPDF417CodeFields>(record));
 }
 
-TEST(VemPDF417Code, EveryRecordHasTextsOfItsOwn) {
-  const VemPDF417Code first;
-  const VemPDF417Code second;
-  const VemPDF417Code copy(first);
-  VemPDF417Code target;
-  target = first;
-  for (const VemPDF417Code* other : {&second, &copy, static_cast<const VemPDF417Code*>(&target)}) {
-    EXPECT_NE(other->Polarity.S(), first.Polarity.S());
-    EXPECT_STREQ(other->Polarity.S(), "BlackOnWhite");
-  }
-}
-
 }  // namespace

@@ -27,18 +27,4 @@ TEST(VemQRCode, NewRecordHasItsTextsAndNothingElse) {
   EXPECT_TRUE(HoldsNothing<VemQRCodeFields>(record));
 }
 
-TEST(VemQRCode, EveryRecordHasTextsOfItsOwn) {
-  const VemQRCode first;
-  const VemQRCode second;
-  const VemQRCode copy(first);
-  VemQRCode target;
-  target = first;
-  for (const VemQRCode* other : {&second, &copy, static_cast<const VemQRCode*>(&target)}) {
-    EXPECT_NE(other->SymbolType.S(), first.SymbolType.S());
-    EXPECT_STREQ(other->SymbolType.S(), "QR Mode 2");
-    EXPECT_NE(other->Polarity.S(), first.Polarity.S());
-    EXPECT_STREQ(other->Polarity.S(), "BlackOnWhite");
-  }
-}
-
 }  // namespace

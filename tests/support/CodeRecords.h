@@ -3,13 +3,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <memory>
 #include <new>
+#include <set>
 #include <string>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "Vem1DCode.h"
 #include "VemDMCode.h"
@@ -143,8 +146,26 @@ class Letters {
   std::string* letters_;
 };
 
+/// Puts every text, in order.
+class Texts {
+ public:
+  explicit Texts(std::vector<const char*>* texts) : texts_(texts) {}
+
+  void operator()(const VemVar& field) {
+    if (field.ValType() == VemVarString) texts_->push_back(field.S());
+  }
+  template <typename T>
+  void operator()(const T&) {}
+
+ private:
+  std::vector<const char*>* texts_;
+};
+
+// Beside its fields, each tells the texts that a new record has.
+
 struct Vem1DCodeFields {
   using Record = Vem1DCode;
+  static std::vector<std::string> NewTexts() { return {}; }
 
   template <typename R, typename Visitor>
   static void ForEach(R& record, Visitor visit) {
@@ -164,6 +185,7 @@ struct Vem1DCodeFields {
 
 struct VemDMCodeFields {
   using Record = VemDMCode;
+  static std::vector<std::string> NewTexts() { return {"ECC-200 ", "BlackOnWhite"}; }
 
   template <typename R, typename Visitor>
   static void ForEach(R& record, Visitor visit) {
@@ -192,6 +214,7 @@ struct VemDMCodeFields {
 
 struct VemQRCodeFields {
   using Record = VemQRCode;
+  static std::vector<std::string> NewTexts() { return {"QR Mode 2", "BlackOnWhite"}; }
 
   template <typename R, typename Visitor>
   static void ForEach(R& record, Visitor visit) {
@@ -222,6 +245,7 @@ struct VemQRCodeFields {
 
 struct VemPDF417CodeFields {
   using Record = VemPDF417Code;
+  static std::vector<std::string> NewTexts() { return {"BlackOnWhite"}; }
 
   template <typename R, typename Visitor>
   static void ForEach(R& record, Visitor visit) {
@@ -247,6 +271,7 @@ struct VemPDF417CodeFields {
 
 struct VemVCodeFields {
   using Record = VemVCode;
+  static std::vector<std::string> NewTexts() { return {}; }
 
   template <typename R, typename Visitor>
   static void ForEach(R& record, Visitor visit) {
@@ -287,8 +312,9 @@ bool HoldsNothing(const typename Fields::Record& record) {
 }
 
 /// An array of records for the suites of ArrayContract.h, but for its store.
-template <typename Fields>
+template <typename F>
 struct RecordTraits {
+  using Fields = F;
   using Element = typename Fields::Record;
   static constexpr bool kMakesRoomOnce = true;
   static constexpr bool kMayAssignToItself = false;
@@ -299,6 +325,26 @@ struct RecordTraits {
     return IsMadeRecord<Fields>(record, number);
   }
 };
+
+template <typename Fields>
+std::vector<const char*> TextsIn(const typename Fields::Record& record) {
+  std::vector<const char*> texts;
+  Fields::ForEach(record, Texts(&texts));
+  return texts;
+}
+
+/// Whether all texts of some records, which live at the same time, have memory of their own.
+template <typename Fields>
+testing::AssertionResult ShareNoText(const std::vector<const typename Fields::Record*>& records) {
+  std::set<const char*> texts;
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    for (const char* text : TextsIn<Fields>(*records[i])) {
+      if (texts.insert(text).second) continue;
+      return testing::AssertionFailure() << "record " << i << " shares \"" << text << '"';
+    }
+  }
+  return testing::AssertionSuccess();
+}
 
 template <typename Fields>
 std::string TypesOf() {
@@ -373,9 +419,77 @@ TYPED_TEST_P(RecordContract, AssignmentCarriesEveryFieldAndSharesNone) {
   EXPECT_TRUE(IsMadeRecord<TypeParam>(target, 7));
 }
 
+TYPED_TEST_P(RecordContract, EveryNewRecordHasTextsOfItsOwn) {
+  using Record = typename TypeParam::Record;
+  const Record first;
+  const Record second;
+  const Record copy(first);
+  Record target;
+  target = first;
+  const std::vector<const Record*> records = {&first, &second, &copy, &target};
+  EXPECT_TRUE(ShareNoText<TypeParam>(records));
+  for (const Record* record : records) {
+    const std::vector<const char*> texts = TextsIn<TypeParam>(*record);
+    EXPECT_EQ(std::vector<std::string>(texts.begin(), texts.end()), TypeParam::NewTexts());
+  }
+}
+
+TYPED_TEST_P(RecordContract, EveryFilledRecordHasTextsOfItsOwn) {
+  using Record = typename TypeParam::Record;
+  const Record first = MakeRecord<TypeParam>(3);
+  const Record copy(first);
+  Record target = MakeRecord<TypeParam>(4);
+  target = first;
+  EXPECT_FALSE(TextsIn<TypeParam>(first).empty());
+  EXPECT_TRUE(ShareNoText<TypeParam>({&first, &copy, &target}));
+  for (const Record* record : {&first, &copy, static_cast<const Record*>(&target)}) {
+    EXPECT_TRUE(IsMadeRecord<TypeParam>(*record, 3));
+  }
+}
+
 REGISTER_TYPED_TEST_SUITE_P(RecordContract, IsAPlainClass, ConstructorLeavesNumbersUnwritten,
                             CopyCarriesEveryFieldAndSharesNone,
-                            AssignmentCarriesEveryFieldAndSharesNone);
+                            AssignmentCarriesEveryFieldAndSharesNone,
+                            EveryNewRecordHasTextsOfItsOwn, EveryFilledRecordHasTextsOfItsOwn);
+
+/// What holds for every array of records, with its traits for ArrayContract.h as the parameter.
+template <typename Traits>
+class RecordArrayContract : public testing::Test {};
+TYPED_TEST_SUITE_P(RecordArrayContract);
+
+TYPED_TEST_P(RecordArrayContract, EveryWayInAndOutMakesTextsOfItsOwn) {
+  using Array = typename TypeParam::Array;
+  using Fields = typename TypeParam::Fields;
+  using Record = typename Fields::Record;
+  Record record = TypeParam::Make(1);
+  Record other = TypeParam::Make(2);
+  Array array;
+  array.Append(record);
+  array.Insert(0, record);
+  array.Append(array);
+  array.Append(other);
+  array.Replace(4, record);
+  Record out;
+  array.Select(0, &out);
+  Array copy(array);
+  Array target;
+  target.Append(other);
+  Array result = (target = array);
+
+  std::vector<const Record*> records = {&record, &out};
+  for (Array* each : {&array, &copy, &target, &result}) {
+    ASSERT_EQ(each->Length(), 5);
+    for (int i = 0; i < 5; ++i) records.push_back(&(*each)[i]);
+  }
+  // Initialised by what the access gives, without a copy between.
+  const Array& constant = array;
+  const Record read = TypeParam::kConstAccessReads ? constant[4] : Record(record);
+  records.push_back(&read);
+  EXPECT_TRUE(ShareNoText<Fields>(records));
+  for (const Record* each : records) EXPECT_TRUE(TypeParam::IsMade(*each, 1));
+}
+
+REGISTER_TYPED_TEST_SUITE_P(RecordArrayContract, EveryWayInAndOutMakesTextsOfItsOwn);
 
 }  // namespace
 
