@@ -83,11 +83,19 @@ class Tracer {
  public:
   explicit Tracer(const Outlines& outlines) : out_(outlines) {}
 
-  void Scan(const cv::Mat& raster) {
-    for (RunScanner scanner(raster); scanner.NextRow(out_.runs);) {
-      CloseSides();
-      LinkDown(scanner.AboveBegin(), scanner.RowBegin());
-      LinkUp(scanner.AboveBegin(), scanner.RowBegin());
+  // Links the sides of all runs, row by row.
+  void Link() {
+    CloseSides();
+    const std::size_t count = out_.runs.size();
+    std::size_t above = 0;
+    for (std::size_t row = 0; row < count;) {
+      std::size_t end = row + 1;
+      while (end < count && At(end).Row == At(row).Row) ++end;
+      if (row > 0 && At(row - 1).Row + 1 != At(row).Row) above = row;
+      LinkDown(above, row, end);
+      LinkUp(above, row, end);
+      above = row;
+      row = end;
     }
   }
 
@@ -120,22 +128,22 @@ class Tracer {
   bool IsOpen(int side) { return Next(side) >= 0; }
   int OutlineOf(int side) { return ~Next(side); }
 
-  // The new runs end above and below until a neighbour is found: each side leads to the other.
+  // All runs end above and below until a neighbour is found: each side leads to the other.
   void CloseSides() {
     if (out_.runs.size() > INT_MAX / 8) throw std::length_error("too many runs to outline");
-    next_.reserve(2 * out_.runs.capacity());
-    for (std::size_t run = next_.size() / 2; run < out_.runs.size(); ++run) {
+    next_.reserve(2 * out_.runs.size());
+    for (std::size_t run = 0; run < out_.runs.size(); ++run) {
       next_.push_back(RightOf(run));
       next_.push_back(LeftOf(run));
     }
   }
 
-  // Links the left sides of the runs above, [above, row), with the row's runs.
-  void LinkDown(std::size_t above, std::size_t row) {
+  // Links the left sides of the runs above, [above, row), with the row's runs, [row, end).
+  void LinkDown(std::size_t above, std::size_t row, std::size_t end) {
     std::size_t below = row;
     for (std::size_t run = above; run < row; ++run) {
-      while (below < out_.runs.size() && At(below).LastColumn < At(run).FirstColumn - 1) ++below;
-      if (below == out_.runs.size()) return;
+      while (below < end && At(below).LastColumn < At(run).FirstColumn - 1) ++below;
+      if (below == end) return;
       if (At(below).FirstColumn > At(run).LastColumn + 1) continue;
       const bool closesGap = At(below).FirstColumn < At(run).FirstColumn && run > above &&
                              At(run - 1).LastColumn >= At(below).FirstColumn - 1;
@@ -143,15 +151,14 @@ class Tracer {
     }
   }
 
-  // Links the right sides of the row's runs with the runs above, [above, row).
-  void LinkUp(std::size_t above, std::size_t row) {
+  // Links the right sides of the row's runs, [row, end), with the runs above, [above, row).
+  void LinkUp(std::size_t above, std::size_t row, std::size_t end) {
     if (above == row) return;
-    for (std::size_t run = row; run < out_.runs.size(); ++run) {
+    for (std::size_t run = row; run < end; ++run) {
       while (above + 1 < row && At(above + 1).FirstColumn <= At(run).LastColumn + 1) ++above;
       if (At(above).FirstColumn > At(run).LastColumn + 1) continue;
       if (At(above).LastColumn < At(run).FirstColumn - 1) continue;
-      const bool closesGap = At(above).LastColumn > At(run).LastColumn &&
-                             run + 1 < out_.runs.size() &&
+      const bool closesGap = At(above).LastColumn > At(run).LastColumn && run + 1 < end &&
                              At(run + 1).FirstColumn <= At(above).LastColumn + 1;
       Next(RightOf(run)) = closesGap ? LeftOf(run + 1) : RightOf(above);
     }
@@ -241,7 +248,12 @@ class Tracer {
 }  // namespace
 
 void FindOutlines(const cv::Mat& raster, const Outlines& outlines) {
+  for (RunScanner scanner(raster); scanner.NextRow(outlines.runs);) continue;
+  TraceRuns(outlines);
+}
+
+void TraceRuns(const Outlines& outlines) {
   Tracer tracer(outlines);
-  tracer.Scan(raster);
+  tracer.Link();
   tracer.Trace();
 }

@@ -18,4 +18,8 @@ struct Outlines {
 /// Fills the lists, which are empty at entry.
 void FindOutlines(const cv::Mat& raster, const Outlines& outlines);
 
+/// As FindOutlines, of the runs that `outlines.runs` holds at entry: maximal, by row, then by
+/// column. Their rows and columns may be any, but for the outermost eight columns of `int`.
+void TraceRuns(const Outlines& outlines);
+
 #endif  // CODER_OUTLINES_H_

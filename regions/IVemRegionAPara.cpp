@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "VemRegionData.h"
+#include "masks/MaskCoder.h"
+#include "masks/RunTriple.h"
 #include "platform/FillContours.h"
-#include "regions/RunTriple.h"
-#include "roi/RasterTrace.h"
 #include "values/TypedArray.h"
 
 namespace {
@@ -81,11 +81,10 @@ void PaintRuns(VemRegionData& region, const std::vector<std::vector<cv::Point>>&
                int width, int height) {
   cv::Mat mask = cv::Mat::zeros(height, width, CV_8UC1);
   FillContours(mask, contours);
-  const RasterTrace trace(mask);
+  const std::vector<Run> painted = ListRuns(mask);
   RunTriple runs(region.Rows, region.FirstColumns, region.LastColumns);
   runs.Clear();
-  runs.Reserve(trace.runs.size());
-  for (const Run& run : trace.runs) runs.Append(run.Row, run.FirstColumn, run.LastColumn);
+  runs.Append(painted);
 }
 
 }  // namespace

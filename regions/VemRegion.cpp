@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <opencv2/core.hpp>
+#include <vector>
 
-#include "VemRLC.h"
 #include "VemRegionData.h"
-#include "regions/RunTriple.h"
+#include "masks/MaskCoder.h"
+#include "masks/RunTriple.h"
 #include "values/Processor.h"
 
 namespace {
@@ -26,20 +27,6 @@ void Plot(const VemPoint& point, cv::Mat& mask) {
   const int x = TruncateToInt(point.x);
   const int y = TruncateToInt(point.y);
   if (x >= 0 && x < mask.cols && y >= 0 && y < mask.rows) mask.ptr(y)[x] = 255;
-}
-
-// Runs component by component, in the coder's order.
-void CopyRuns(const VemRLC& coder, VemRegionData& region) {
-  RunTriple runs(region.Rows, region.FirstColumns, region.LastColumns);
-  runs.Reserve(coder.ComponentRuns.size());
-  for (int i = 0; i < coder.ComponentCount; ++i) {
-    const auto component = static_cast<std::size_t>(i);
-    const auto end = static_cast<std::size_t>(coder.ComponentStarts[component + 1]);
-    for (auto k = static_cast<std::size_t>(coder.ComponentStarts[component]); k < end; ++k) {
-      const Run& run = coder.ComponentRuns[k];
-      runs.Append(run.Row, run.FirstColumn, run.LastColumn);
-    }
-  }
 }
 
 }  // namespace
@@ -128,10 +115,8 @@ void VemRegion::GetRegionRuns(VemVarArray* rows, VemVarArray* firstColumns,
 void VemRegion::CodePoints(VemPointArray& points, int width, int height) {
   cv::Mat mask(height, width, CV_8UC1, cv::Scalar(0));
   for (int i = 0; i < points.Length(); ++i) Plot(points[i], mask);
-  VemRLC coder;
-  coder.SetParam(1, 9, false, -1, -1, -1, false, false);
-  coder.Calc(mask, true);
+  const std::vector<Run> runs = ListComponentRuns(mask);
   data_->Width = width;
   data_->Height = height;
-  CopyRuns(coder, *data_);
+  RunTriple(data_->Rows, data_->FirstColumns, data_->LastColumns).Append(runs);
 }

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "IVemROIPara.h"
-#include "roi/RasterTrace.h"
+#include "masks/MaskCoder.h"
 #include "roi/ShapeGeometry.h"
 #include "values/Processor.h"
 
@@ -25,7 +25,7 @@ constexpr int kEightConnected = 8;
 
 // Outlines of a raster, which is the canvas.
 bool Trace(cv::Mat& raster, Contours& contours, Canvas& canvas) {
-  contours = RasterTrace(raster).ClosedContours();
+  contours = TraceClosed(raster);
   canvas = {raster.cols, raster.rows};
   return true;
 }

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "IVemROIPara.h"
+#include "masks/MaskCoder.h"
+#include "masks/RunTriple.h"
 #include "platform/FillContours.h"
-#include "regions/RunTriple.h"
-#include "roi/RasterTrace.h"
 
 namespace {
 
@@ -31,8 +31,7 @@ void Replace(VemVarArray* rows, VemVarArray* firstColumns, VemVarArray* lastColu
              const std::vector<Run>& found) {
   RunTriple runs(*rows, *firstColumns, *lastColumns);
   runs.Clear();
-  runs.Reserve(found.size());
-  for (const Run& run : found) runs.Append(run.Row, run.FirstColumn, run.LastColumn);
+  runs.Append(found);
 }
 
 template <typename From, typename To>
@@ -56,7 +55,7 @@ void IVemROIPara::GenMask(VemContourArray& contours, int width, int height) {
   VemVarArray rows;
   VemVarArray firstColumns;
   VemVarArray lastColumns;
-  Replace(&rows, &firstColumns, &lastColumns, RasterTrace(raster).runs);
+  Replace(&rows, &firstColumns, &lastColumns, ListRuns(raster));
   GenMask(rows, firstColumns, lastColumns, width, height);
 }
 
@@ -78,13 +77,13 @@ cv::Mat IVemROIPara::ToMAT(VemContourArray& contours, int width, int height) {
 
 void IVemROIPara::MatToMask(cv::Mat& raster, VemVarArray* rows, VemVarArray* firstColumns,
                             VemVarArray* lastColumns, int* width, int* height) {
-  Replace(rows, firstColumns, lastColumns, RasterTrace(raster).runs);
+  Replace(rows, firstColumns, lastColumns, ListRuns(raster));
   *width = raster.cols;
   *height = raster.rows;
 }
 
 void IVemROIPara::MatToMask(cv::Mat& raster, VemContourArray* contours, int* width, int* height) {
-  VectorI2D(RasterTrace(raster).ClosedContours(), *contours->store_);
+  VectorI2D(TraceClosed(raster), *contours->store_);
   *width = raster.cols;
   *height = raster.rows;
 }

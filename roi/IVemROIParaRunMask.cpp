@@ -9,8 +9,9 @@
 
 #include "IVemROIPara.h"
 #include "VemRLC.h"
+#include "masks/MaskCoder.h"
+#include "masks/RunTriple.h"
 #include "platform/FillContours.h"
-#include "regions/RunTriple.h"
 #include "roi/ShapeGeometry.h"
 #include "values/Processor.h"
 
@@ -241,13 +242,6 @@ bool IrregularRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   AppendPixels(vertices.points, runs);
   canvas = CanvasTo(vertices.endColumn, vertices.endRow);
   return true;
-}
-
-std::vector<Run> ListRuns(cv::Mat& raster) {
-  VemRLC coder;
-  coder.SetParam(1, 6, true, -1, -1, 1, false, false);
-  coder.Calc(raster, true);
-  return std::move(coder.FillRuns);
 }
 
 bool PolygonRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {

@@ -1,5 +1,5 @@
-#ifndef REGIONS_RUN_TRIPLE_H_
-#define REGIONS_RUN_TRIPLE_H_
+#ifndef MASKS_RUN_TRIPLE_H_
+#define MASKS_RUN_TRIPLE_H_
 
 #include <algorithm>
 #include <cstddef>
@@ -48,6 +48,11 @@ class RunTriple {
     lasts_.emplace_back(last);
   }
 
+  void Append(const std::vector<Run>& runs) {
+    Reserve(Count() + runs.size());
+    for (const Run& run : runs) Append(run.Row, run.FirstColumn, run.LastColumn);
+  }
+
   /// Appends as many runs as there are rows; a column that a list is too short for is 0.
   void Append(const std::vector<int>& rows, const std::vector<int>& firsts,
               const std::vector<int>& lasts) {
@@ -77,4 +82,4 @@ class RunTriple {
   std::vector<VemVar>& lasts_;
 };
 
-#endif  // REGIONS_RUN_TRIPLE_H_
+#endif  // MASKS_RUN_TRIPLE_H_
