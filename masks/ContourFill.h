@@ -1,0 +1,56 @@
+#ifndef MASKS_CONTOUR_FILL_H_
+#define MASKS_CONTOUR_FILL_H_
+
+#include <cstdint>
+#include <opencv2/core.hpp>
+#include <vector>
+
+#include "masks/RunSink.h"
+
+/// A canvas, to which shapes are clipped, and those of its rows that are wanted: from firstRow to
+/// the one before endRow.
+struct FillArea {
+  FillArea(int canvasWidth, int canvasHeight)
+      : width(canvasWidth), height(canvasHeight), firstRow(0), endRow(canvasHeight) {}
+
+  int width;
+  int height;
+  int firstRow;
+  int endRow;
+};
+
+/// An edge of a contour, unclipped.
+struct FillEdge {
+  cv::Point from;
+  cv::Point to;
+};
+
+/// Fills closed contours: the pixels on their borders and those between them, even-odd over all
+/// contours together. Integers alone decide, so the pixels are the same on every machine.
+///
+/// Borders. Each edge, the one from the last vertex to the first included, is clipped to the
+/// canvas and drawn as an 8-connected line from left to right; where
+/// two pixels are equally near, the line stays in its row (or column, if steep) for longer.
+///
+/// Inside. An edge that is not level crosses the rows from its upper end to the one before its
+/// lower end. It starts at the upper end and advances by `(dx << 16) / dy`, truncated, in units of
+/// 1/65536 pixel. In each row the crossings are sorted and paired; a pair covers the whole columns
+/// from its first to its second crossing, both included.
+///
+/// Vertices may lie anywhere: rows and columns outside the area are never walked.
+class ContourFill {
+ public:
+  explicit ContourFill(const FillArea& area) : area_(area) {}
+
+  /// Adds a contour; one without points adds nothing.
+  void Add(const std::vector<cv::Point>& contour);
+
+  /// Hands the pixels of all contours to the sink.
+  void Fill(RunSink& sink) const;
+
+ private:
+  FillArea area_;
+  std::vector<FillEdge> edges_;
+};
+
+#endif  // MASKS_CONTOUR_FILL_H_

@@ -1,0 +1,132 @@
+#include "masks/DenseFill.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstddef>
+#include <cstdint>
+
+#include "masks/EdgeWalk.h"
+
+namespace {
+
+constexpr int kWordBits = 64;
+
+/// What one word of a row's pixels holds.
+struct Word {
+  std::uint64_t turns;    ///< Where the row turns from outside to inside or back.
+  std::uint64_t covered;  ///< Pixels that a border covers, or a crossing meets in their centre.
+};
+
+// Bit i becomes the parity of the bits up to i.
+std::uint64_t Parities(std::uint64_t bits) {
+  for (int shift = 1; shift < kWordBits; shift *= 2) bits ^= bits << shift;
+  return bits;
+}
+
+class DenseFill {
+ public:
+  explicit DenseFill(const FillArea& area)
+      : area_(area),
+        words_(static_cast<std::size_t>(area.width) / kWordBits + 1),
+        plane_(words_ * static_cast<std::size_t>(area.endRow - area.firstRow)) {}
+
+  void AddEdge(const FillEdge& edge) {
+    Crossing crossing;
+    if (CrossRows(edge, area_, crossing)) AddCrossings(crossing);
+    FillEdge line = edge;
+    BorderWalk border;
+    if (ClipEdge(line, area_) && border.Start(line, area_)) AddBorder(border);
+  }
+
+  void HandOut(RunSink& sink) const {
+    std::vector<Run> runs(static_cast<std::size_t>(area_.width) / 2 + 1);
+    for (int row = area_.firstRow; row < area_.endRow; ++row) {
+      Run* const end = ListRuns(row, runs.data());
+      if (end != runs.data()) sink.AddRow(runs.data(), end);
+    }
+  }
+
+ private:
+  std::size_t RowStart(int row) const {
+    return words_ * static_cast<std::size_t>(row - area_.firstRow);
+  }
+
+  // A pixel is inside where an odd number of crossings lie left of it, and where one meets it.
+  void AddCrossings(const Crossing& crossing) {
+    Word* words = plane_.data() + RowStart(crossing.top);
+    std::int64_t x = crossing.x;
+    for (int row = crossing.top; row < crossing.end; ++row) {
+      const std::int64_t before = ColumnTo(x);
+      const auto turn = static_cast<std::size_t>(
+          std::min<std::int64_t>(std::max<std::int64_t>(before + 1, 0), area_.width));
+      words[turn / kWordBits].turns ^= std::uint64_t{1} << turn % kWordBits;
+      if ((x & (kCrossingOne - 1)) == 0 && before >= 0 && before < area_.width) {
+        const auto met = static_cast<std::size_t>(before);
+        words[met / kWordBits].covered |= std::uint64_t{1} << met % kWordBits;
+      }
+      x += crossing.step;
+      words += words_;
+    }
+  }
+
+  void AddBorder(BorderWalk& border) {
+    Word* words = plane_.data() + RowStart(border.top());
+    for (int row = border.top();;) {
+      Cover(words, static_cast<std::size_t>(border.first()),
+            static_cast<std::size_t>(border.last()));
+      if (++row == border.end()) return;
+      border.Next();
+      words += words_;
+    }
+  }
+
+  static void Cover(Word* words, std::size_t first, std::size_t last) {
+    const std::uint64_t from = ~std::uint64_t{0} << first % kWordBits;
+    const std::uint64_t to = ~std::uint64_t{0} >> (kWordBits - 1 - last % kWordBits);
+    Word* word = words + first / kWordBits;
+    Word* const lastWord = words + last / kWordBits;
+    if (word == lastWord) {
+      word->covered |= from & to;
+      return;
+    }
+    word->covered |= from;
+    while (++word != lastWord) word->covered = ~std::uint64_t{0};
+    word->covered |= to;
+  }
+
+  Run* ListRuns(int row, Run* run) const {
+    const Word* const words = plane_.data() + RowStart(row);
+    std::uint64_t inside = 0;
+    std::uint64_t before = 0;
+    for (std::size_t i = 0; i < words_; ++i) {
+      const std::uint64_t between = Parities(words[i].turns) ^ inside;
+      inside = 0 - (between >> (kWordBits - 1));
+      std::uint64_t pixels = between | words[i].covered;
+      if (i + 1 == words_) pixels &= (std::uint64_t{1} << area_.width % kWordBits) - 1;
+      const int column = static_cast<int>(i) * kWordBits;
+      for (std::uint64_t edges = pixels ^ (pixels << 1 | before); edges != 0; edges &= edges - 1) {
+        const int edge = column + __builtin_ctzll(edges);
+        if ((pixels >> (edge - column) & 1) != 0) {
+          run->Row = row;
+          run->FirstColumn = edge;
+        } else {
+          run++->LastColumn = edge - 1;
+        }
+      }
+      before = pixels >> (kWordBits - 1);
+    }
+    return run;
+  }
+
+  const FillArea& area_;
+  const std::size_t words_;
+  std::vector<Word> plane_;
+};
+
+}  // namespace
+
+void FillDensely(const std::vector<FillEdge>& edges, const FillArea& area, RunSink& sink) {
+  DenseFill fill(area);
+  for (const FillEdge& edge : edges) fill.AddEdge(edge);
+  fill.HandOut(sink);
+}
