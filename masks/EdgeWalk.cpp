@@ -1,34 +1,10 @@
 #include "masks/EdgeWalk.h"
 
+#include "masks/LineClip.h"
+
 namespace {
 
 __extension__ typedef __int128 Wide;
-
-bool OnOneSide(int a, int b, int size) { return (a < 0 && b < 0) || (a >= size && b >= size); }
-
-bool IsWithin(int value, int size) { return value >= 0 && value < size; }
-
-// From `start`, the part of `rise` that falls to the way from `from` to `to` out of `run`.
-int MoveAlong(int start, int from, int to, std::int64_t rise, std::int64_t run) {
-  const Wide way = static_cast<std::int64_t>(to) - from;
-  return static_cast<int>(start + static_cast<std::int64_t>(way * rise / run));
-}
-
-void MoveToRows(cv::Point& end, const FillEdge& edge, int height) {
-  if (IsWithin(end.y, height)) return;
-  const int row = end.y < 0 ? 0 : height - 1;
-  end.x = MoveAlong(end.x, end.y, row, static_cast<std::int64_t>(edge.to.x) - edge.from.x,
-                    static_cast<std::int64_t>(edge.to.y) - edge.from.y);
-  end.y = row;
-}
-
-void MoveToColumns(cv::Point& end, const FillEdge& edge, int width) {
-  if (IsWithin(end.x, width)) return;
-  const int column = end.x < 0 ? 0 : width - 1;
-  end.y = MoveAlong(end.y, end.x, column, static_cast<std::int64_t>(edge.to.y) - edge.from.y,
-                    static_cast<std::int64_t>(edge.to.x) - edge.from.x);
-  end.x = column;
-}
 
 // A quotient rounded down. Lines seldom advance by more than a pixel, and division is slow.
 std::int64_t FloorDivide(std::int64_t dividend, std::int64_t divisor) {
@@ -38,19 +14,19 @@ std::int64_t FloorDivide(std::int64_t dividend, std::int64_t divisor) {
   return quotient - (quotient * divisor > dividend ? 1 : 0);
 }
 
+bool IsWithin(const cv::Point& p, const FillArea& area) {
+  return p.x >= 0 && p.x < area.width && p.y >= 0 && p.y < area.height;
+}
+
 }  // namespace
 
 bool ClipEdge(FillEdge& edge, const FillArea& area) {
-  const auto isOutside = [&] {
-    return OnOneSide(edge.from.x, edge.to.x, area.width) ||
-           OnOneSide(edge.from.y, edge.to.y, area.height);
-  };
-  if (isOutside()) return false;
-  MoveToRows(edge.from, edge, area.height);
-  MoveToRows(edge.to, edge, area.height);
-  if (isOutside()) return false;
-  MoveToColumns(edge.from, edge, area.width);
-  MoveToColumns(edge.to, edge, area.width);
+  if (IsWithin(edge.from, area) && IsWithin(edge.to, area)) return true;
+  LinePoint from = {edge.from.x, edge.from.y};
+  LinePoint to = {edge.to.x, edge.to.y};
+  if (!ClipLine(from, to, area.width, area.height)) return false;
+  edge.from = cv::Point(static_cast<int>(from.x), static_cast<int>(from.y));
+  edge.to = cv::Point(static_cast<int>(to.x), static_cast<int>(to.y));
   return true;
 }
 

@@ -90,9 +90,7 @@ class BorderWalk {
   int end_;
 };
 
-/// Clips an edge to an area's columns and to rows 0 to height - 1, with quotients truncated: the
-/// ends to the rows first, the second with the first as it was moved, then both to the columns.
-/// False where nothing is left.
+/// Clips an edge to the area's canvas, as ClipLine does.
 bool ClipEdge(FillEdge& edge, const FillArea& area);
 
 #endif  // MASKS_EDGE_WALK_H_

@@ -24,6 +24,20 @@ inline long TruncateToLong(double value) {
   return result;
 }
 
+/// Rounds to the nearest integer, halves to the even one; an infinity, a NaN or a number out of
+/// range gives the smallest integer.
+inline int RoundToInt(double value) {
+  int result;
+  asm("cvtsd2si %1, %0" : "=r"(result) : "x"(value));
+  return result;
+}
+
+inline int RoundToInt(float value) {
+  int result;
+  asm("cvtss2si %1, %0" : "=r"(result) : "x"(value));
+  return result;
+}
+
 /// A quotient toward zero and its remainder, with the sign of the dividend.
 template <typename T>
 struct Division {

@@ -1,0 +1,98 @@
+#include "masks/EllipseSamples.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+#include "values/Processor.h"
+
+namespace {
+
+constexpr int kTurn = 360;
+
+// The sines of 0 to 90 degrees in units of 1e-7.
+constexpr int kSines[] = {
+    0,       174524,  348995,  523360,  697565,  871557,  1045285, 1218693, 1391731, 1564345,
+    1736482, 1908090, 2079117, 2249511, 2419219, 2588190, 2756374, 2923717, 3090170, 3255682,
+    3420201, 3583679, 3746066, 3907311, 4067366, 4226183, 4383711, 4539905, 4694716, 4848096,
+    5000000, 5150381, 5299193, 5446390, 5591929, 5735764, 5877853, 6018150, 6156615, 6293204,
+    6427876, 6560590, 6691306, 6819984, 6946584, 7071068, 7193398, 7313537, 7431448, 7547096,
+    7660444, 7771460, 7880108, 7986355, 8090170, 8191520, 8290376, 8386706, 8480481, 8571673,
+    8660254, 8746197, 8829476, 8910065, 8987940, 9063078, 9135455, 9205049, 9271839, 9335804,
+    9396926, 9455186, 9510565, 9563048, 9612617, 9659258, 9702957, 9743701, 9781476, 9816272,
+    9848078, 9876883, 9902681, 9925462, 9945219, 9961947, 9975641, 9986295, 9993908, 9998477,
+    10000000};
+
+// The sine of 0 to 450 degrees, as a float has it.
+double Sine(int degrees) {
+  if (degrees >= kTurn) degrees -= kTurn;
+  if (degrees > kTurn / 2) return -Sine(degrees - kTurn / 2);
+  const int quarter = degrees > kTurn / 4 ? kTurn / 2 - degrees : degrees;
+  return static_cast<double>(static_cast<float>(kSines[quarter] / 1e7));
+}
+
+double Cosine(int degrees) { return Sine(degrees + kTurn / 4); }
+
+int WrapToInt(std::int64_t value) {
+  return static_cast<int>(static_cast<std::uint32_t>(static_cast<std::uint64_t>(value)));
+}
+
+// Turns the angles, ascending, so that the first is not negative, then so that the second is at
+// most a turn. The second may pass the largest integer on the first way, and comes back as a small
+// one.
+void TurnIntoReach(int& from, int& to) {
+  if (from > to) std::swap(from, to);
+  if (from < 0) {
+    const std::int64_t turns = (std::int64_t{kTurn} - 1 - from) / kTurn * kTurn;
+    from = WrapToInt(from + turns);
+    to = WrapToInt(to + turns);
+  }
+  if (to > kTurn) {
+    const std::int64_t turns = (std::int64_t{to} - 1) / kTurn * kTurn;
+    from = WrapToInt(from - turns);
+    to = WrapToInt(to - turns);
+  }
+  if (std::int64_t{to} - from > kTurn) {
+    from = 0;
+    to = kTurn;
+  }
+}
+
+// A rotation from 0 to a turn.
+int TurnIntoReach(int rotation) {
+  if (rotation < 0) return static_cast<int>((std::int64_t{rotation} % kTurn + kTurn) % kTurn);
+  return rotation > kTurn ? (rotation - 1) % kTurn + 1 : rotation;
+}
+
+}  // namespace
+
+std::vector<cv::Point2d> SampleEllipse(const cv::Point2d& center, const cv::Size2d& axes,
+                                       const EllipseArc& arc, int step) {
+  const int rotation = TurnIntoReach(arc.rotation);
+  int from = arc.from;
+  int to = arc.to;
+  TurnIntoReach(from, to);
+  const double cosine = Cosine(rotation);
+  const double sine = Sine(rotation);
+
+  std::vector<cv::Point2d> samples;
+  for (int i = from; i < to + step; i += step) {
+    const int degrees = std::min(i, to) < 0 ? std::min(i, to) + kTurn : std::min(i, to);
+    const double x = axes.width * Cosine(degrees);
+    const double y = axes.height * Sine(degrees);
+    samples.emplace_back(center.x + x * cosine - y * sine, center.y + x * sine + y * cosine);
+  }
+  if (samples.size() == 1) samples.assign(2, center);
+  return samples;
+}
+
+std::vector<cv::Point> SampleCircle(const cv::Point& center, int radius, int from, int to) {
+  const double axis = static_cast<double>(radius);
+  std::vector<cv::Point> pixels;
+  for (const cv::Point2d& sample : SampleEllipse(center, {axis, axis}, {0, from, to}, 1)) {
+    const cv::Point pixel(RoundToInt(sample.x), RoundToInt(sample.y));
+    if (pixels.empty() || pixel != pixels.back()) pixels.push_back(pixel);
+  }
+  if (pixels.size() == 1) pixels.assign(2, center);
+  return pixels;
+}

@@ -1,0 +1,54 @@
+#include "masks/RunCollector.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace {
+
+bool StandsBefore(const Run& a, const Run& b) {
+  return a.Row < b.Row || (a.Row == b.Row && a.FirstColumn < b.FirstColumn);
+}
+
+}  // namespace
+
+// Rows are few beside the runs of a shape, so they are counted; sorting is for the rest.
+void RunCollector::Sort() {
+  if (std::is_sorted(runs_.begin(), runs_.end(), StandsBefore)) return;
+  const auto [top, bottom] = std::minmax_element(
+      runs_.begin(), runs_.end(), [](const Run& a, const Run& b) { return a.Row < b.Row; });
+  const int firstRow = top->Row;
+  const std::size_t rows = static_cast<std::size_t>(bottom->Row - firstRow) + 1;
+  if (rows > 4 * runs_.size()) {
+    std::sort(runs_.begin(), runs_.end(), StandsBefore);
+    return;
+  }
+  const auto rowOf = [&](const Run& run) { return static_cast<std::size_t>(run.Row - firstRow); };
+  std::vector<std::size_t> starts(rows + 1);
+  for (const Run& run : runs_) ++starts[rowOf(run) + 1];
+  for (std::size_t row = 0; row < rows; ++row) starts[row + 1] += starts[row];
+  std::vector<std::size_t> next(starts);
+  std::vector<Run> sorted(runs_.size());
+  for (const Run& run : runs_) sorted[next[rowOf(run)]++] = run;
+  for (std::size_t row = 0; row < rows; ++row) {
+    std::sort(sorted.begin() + static_cast<std::ptrdiff_t>(starts[row]),
+              sorted.begin() + static_cast<std::ptrdiff_t>(starts[row + 1]), StandsBefore);
+  }
+  runs_.swap(sorted);
+}
+
+void RunCollector::HandOut(RunSink& sink) {
+  Sort();
+  // The runs of a row are united in place.
+  for (std::size_t i = 0; i < runs_.size();) {
+    const std::size_t begin = i;
+    std::size_t last = i;
+    for (++i; i < runs_.size() && runs_[i].Row == runs_[begin].Row; ++i) {
+      if (runs_[i].FirstColumn <= runs_[last].LastColumn + 1) {
+        runs_[last].LastColumn = std::max(runs_[last].LastColumn, runs_[i].LastColumn);
+      } else {
+        runs_[++last] = runs_[i];
+      }
+    }
+    sink.AddRow(runs_.data() + begin, runs_.data() + last + 1);
+  }
+}
