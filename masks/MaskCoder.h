@@ -18,4 +18,7 @@ std::vector<Run> ListComponentRuns(cv::Mat& raster);
 /// at the end.
 std::vector<std::vector<cv::Point>> TraceClosed(cv::Mat& raster);
 
+/// As above, of the runs that a raster would have: maximal, by row, then by column.
+std::vector<std::vector<cv::Point>> TraceClosed(std::vector<Run>& runs);
+
 #endif  // MASKS_MASK_CODER_H_

@@ -6,9 +6,10 @@
 #include <utility>
 
 #include "VemRegionData.h"
-#include "masks/MaskCoder.h"
+#include "masks/Canvas.h"
+#include "masks/ContourFill.h"
 #include "masks/RunTriple.h"
-#include "platform/FillContours.h"
+#include "masks/TripleWriter.h"
 #include "values/TypedArray.h"
 
 namespace {
@@ -79,12 +80,13 @@ void ReplaceRuns(VemRegionData& region, const IVemRegionArrayPara& array, int en
 // The pixels that contours cover on a canvas.
 void PaintRuns(VemRegionData& region, const std::vector<std::vector<cv::Point>>& contours,
                int width, int height) {
-  cv::Mat mask = cv::Mat::zeros(height, width, CV_8UC1);
-  FillContours(mask, contours);
-  const std::vector<Run> painted = ListRuns(mask);
+  RequireCanvas(width, height);
+  ContourFill fill(FillArea(width, height));
+  for (const std::vector<cv::Point>& contour : contours) fill.Add(contour);
   RunTriple runs(region.Rows, region.FirstColumns, region.LastColumns);
   runs.Clear();
-  runs.Append(painted);
+  TripleWriter writer(runs);
+  fill.Fill(writer);
 }
 
 }  // namespace

@@ -1,12 +1,17 @@
 #include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <opencv2/core.hpp>
-#include <opencv2/imgproc.hpp>
 #include <utility>
 #include <vector>
 
 #include "IVemROIPara.h"
+#include "masks/Canvas.h"
 #include "masks/MaskCoder.h"
+#include "masks/RoundFill.h"
+#include "masks/RunCollector.h"
+#include "masks/RunSink.h"
+#include "masks/RunTriple.h"
 #include "roi/ShapeGeometry.h"
 #include "values/Processor.h"
 
@@ -20,13 +25,15 @@ namespace {
 using Contour = std::vector<cv::Point>;
 using Contours = std::vector<Contour>;
 
-constexpr int kFilled = -1;
-constexpr int kEightConnected = 8;
-
-// Outlines of a raster, which is the canvas.
-bool Trace(cv::Mat& raster, Contours& contours, Canvas& canvas) {
-  contours = TraceClosed(raster);
-  canvas = {raster.cols, raster.rows};
+// Outlines of the shape that `fill` hands to a sink, on its canvas.
+template <typename FillShape>
+bool Trace(const Canvas& size, Contours& contours, Canvas& canvas, FillShape fill) {
+  RequireCanvas(size.width, size.height);
+  std::vector<Run> runs;
+  RunLister lister(runs);
+  fill(lister);
+  contours = TraceClosed(runs);
+  canvas = size;
   return true;
 }
 
@@ -42,25 +49,28 @@ bool Rect1Outline(const VemVarArray& params, Contours& contours, Canvas& canvas)
   return true;
 }
 
-// OpenCV's filled circle, one row and column larger than the run form.
+// All pixels within the radius: one row and column more than the run form has.
 bool CircleOutlines(const VemVarArray& params, Contours& contours, Canvas& canvas) {
   const int column = params[1].I();
   const int row = params[0].I();
   const int radius = params[2].I();
   const int bottom = WrapAdd(row, radius);
   const int right = WrapAdd(column, radius);
-  if (0 > bottom || 0 > right) return false;
-  cv::Mat raster(TruncateToInt(bottom + 1.0), TruncateToInt(right + 1.0), CV_8UC1, cv::Scalar(0));
-  cv::circle(raster, cv::Point(column, row), radius, cv::Scalar(255), kFilled, kEightConnected, 0);
-  return Trace(raster, contours, canvas);
+  // A radius that does not fit is negative.
+  if (radius < 0 || 0 > bottom || 0 > right) return false;
+  const Canvas size = {TruncateToInt(right + 1.0), TruncateToInt(bottom + 1.0)};
+  return Trace(size, contours, canvas, [&](RunSink& sink) {
+    FillCircle(cv::Point(column, row), radius, cv::Size(size.width, size.height), sink);
+  });
 }
 
 bool EllipseOutlines(const VemVarArray& params, Contours& contours, Canvas& canvas) {
   const EllipseBox ellipse(params);
   if (ellipse.IsOutside()) return false;
-  cv::Mat raster(WrapAdd(ellipse.endRow, 1), WrapAdd(ellipse.endColumn, 1), CV_8UC1, cv::Scalar(0));
-  cv::ellipse(raster, ellipse.shape, cv::Scalar(255), kFilled, kEightConnected);
-  return Trace(raster, contours, canvas);
+  const Canvas size = CanvasTo(ellipse.endColumn, ellipse.endRow);
+  return Trace(size, contours, canvas, [&](RunSink& sink) {
+    FillEllipse(ellipse.shape, cv::Size(size.width, size.height), sink);
+  });
 }
 
 // A ring's radii stay fractions here, and the end angle is sampled.
@@ -132,9 +142,16 @@ bool ArcOutline(const VemVarArray& params, Contours& contours, Canvas& canvas) {
 
 bool MaskOutlines(IVemROIPara& mask, Contours& contours, Canvas& canvas) {
   if (mask.Width < 0 || mask.Height < 0) return false;
-  cv::Mat raster =
-      mask.ToMAT(mask.Rows, mask.FirstColumns, mask.LastColumns, mask.Width, mask.Height);
-  return Trace(raster, contours, canvas);
+  return Trace({mask.Width, mask.Height}, contours, canvas, [&](RunSink& sink) {
+    const RunTriple runs(mask.Rows, mask.FirstColumns, mask.LastColumns);
+    RunCollector collector(mask.Width, mask.Height);
+    collector.Reserve(runs.Count());
+    for (std::size_t i = 0; i < runs.Count(); ++i) {
+      const Run run = runs.At(i);
+      collector.Add(run.Row, run.FirstColumn, run.LastColumn);
+    }
+    collector.HandOut(sink);
+  });
 }
 
 }  // namespace

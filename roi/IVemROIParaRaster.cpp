@@ -5,9 +5,10 @@
 #include <vector>
 
 #include "IVemROIPara.h"
+#include "masks/ContourFill.h"
 #include "masks/MaskCoder.h"
 #include "masks/RunTriple.h"
-#include "platform/FillContours.h"
+#include "masks/TripleWriter.h"
 
 namespace {
 
@@ -43,20 +44,42 @@ void ConvertPoints(const std::vector<std::vector<From>>& source,
   }
 }
 
+// Coordinates are rounded, halves to the even neighbour.
+void FillRounded(const std::vector<std::vector<cv::Point2d>>& contours, int width, int height,
+                 RunSink& sink) {
+  ContourFill fill(FillArea(width, height));
+  std::vector<cv::Point> rounded;
+  for (const std::vector<cv::Point2d>& contour : contours) {
+    rounded.assign(contour.begin(), contour.end());
+    fill.Add(rounded);
+  }
+  fill.Fill(sink);
+}
+
+void FillAllOrNothing(const std::vector<std::vector<cv::Point2d>>& contours, int width, int height,
+                      RunTriple& runs) {
+  TripleWriter writer(runs);
+  try {
+    FillRounded(contours, width, height, writer);
+  } catch (...) {
+    runs.Clear();
+    throw;
+  }
+}
+
 }  // namespace
 
-// No shape until the contours are painted and coded, so that a raster too large leaves none.
+// No shape until all runs are there, so that a failure leaves none.
 void IVemROIPara::GenMask(VemContourArray& contours, int width, int height) {
   Reset();
   Width = 0;
   Height = 0;
   if (width < 2 || height < 2) return;
-  cv::Mat raster = ToMAT(contours, width, height);
-  VemVarArray rows;
-  VemVarArray firstColumns;
-  VemVarArray lastColumns;
-  Replace(&rows, &firstColumns, &lastColumns, ListRuns(raster));
-  GenMask(rows, firstColumns, lastColumns, width, height);
+  RunTriple runs(Rows, FirstColumns, LastColumns);
+  FillAllOrNothing(*contours.store_, width, height, runs);
+  Width = width;
+  Height = height;
+  Type = VemROIMask;
 }
 
 cv::Mat IVemROIPara::ToMAT(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns,
@@ -69,9 +92,8 @@ cv::Mat IVemROIPara::ToMAT(VemVarArray& rows, VemVarArray& firstColumns, VemVarA
 
 cv::Mat IVemROIPara::ToMAT(VemContourArray& contours, int width, int height) {
   cv::Mat raster = EmptyRaster(width, height);
-  std::vector<std::vector<cv::Point>> rounded;
-  ConvertPoints(*contours.store_, rounded);
-  FillContours(raster, rounded);
+  RunPainter painter(raster);
+  FillRounded(*contours.store_, width, height, painter);
   return raster;
 }
 

@@ -3,15 +3,15 @@
 #include <cmath>
 #include <cstddef>
 #include <opencv2/core.hpp>
-#include <opencv2/imgproc.hpp>
 #include <utility>
 #include <vector>
 
 #include "IVemROIPara.h"
-#include "VemRLC.h"
-#include "masks/MaskCoder.h"
+#include "masks/Canvas.h"
+#include "masks/ContourFill.h"
+#include "masks/EllipseSamples.h"
+#include "masks/RunSink.h"
 #include "masks/RunTriple.h"
-#include "platform/FillContours.h"
 #include "roi/ShapeGeometry.h"
 #include "values/Processor.h"
 
@@ -25,6 +25,9 @@ namespace {
 std::size_t Count(int first, int end) {
   return end > first ? static_cast<std::size_t>(static_cast<long>(end) - first) : 0;
 }
+
+// How many rows of a shape whose first row is `top` lie above row 0.
+int RowsAbove(int top) { return top < 0 ? WrapSubtract(0, top) : 0; }
 
 bool Rect1Runs(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   const PointPair p(params);
@@ -244,6 +247,28 @@ bool IrregularRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   return true;
 }
 
+/// Moves the runs of a shape from its own raster to their place and clips them at column 0.
+class Placer final : public RunSink {
+ public:
+  Placer(const cv::Point& offset, bool keepsHidden, RunTriple& runs)
+      : offset_(offset), keepsHidden_(keepsHidden), runs_(runs) {}
+
+  void AddRow(const Run* first, const Run* end) override {
+    const int row = WrapAdd(offset_.y, first->Row);
+    for (const Run* run = first; run != end; ++run) {
+      const int last = WrapAdd(offset_.x, run->LastColumn);
+      if (last < 0 && !keepsHidden_) continue;
+      runs_.Append(row, std::max(WrapAdd(offset_.x, run->FirstColumn), 0), last);
+    }
+  }
+
+ private:
+  const cv::Point offset_;
+  const bool keepsHidden_;  ///< Whether runs wholly left of column 0 stay, with their ends crossed.
+  RunTriple& runs_;
+};
+
+// A polygon is filled in the box around it, one row and one column larger.
 bool PolygonRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   ClosedVertices vertices(params);
   if (vertices.IsOutside()) return false;
@@ -252,41 +277,35 @@ bool PolygonRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   for (cv::Point& p : vertices.points) {
     p = cv::Point(WrapSubtract(p.x, bounds.x), WrapSubtract(p.y, bounds.y));
   }
-  cv::Mat raster(WrapAdd(bounds.height, 1), WrapAdd(bounds.width, 1), CV_8UC1, cv::Scalar(0));
-  FillContours(raster, {vertices.points});
-
-  const std::vector<Run> drawn = ListRuns(raster);
-  runs.Reserve(drawn.size());
-  for (const Run& run : drawn) {
-    const int row = WrapAdd(bounds.y, run.Row);
-    if (row < 0) continue;
-    runs.Append(row, std::max(WrapAdd(bounds.x, run.FirstColumn), 0),
-                WrapAdd(bounds.x, run.LastColumn));
-  }
+  FillArea area(WrapAdd(bounds.width, 1), WrapAdd(bounds.height, 1));
+  RequireCanvas(area.width, area.height);
+  area.firstRow = RowsAbove(bounds.y);
+  ContourFill fill(area);
+  fill.Add(vertices.points);
+  Placer placer(bounds.tl(), true, runs);
+  fill.Fill(placer);
   return true;
 }
 
-/// A ring about the centre of a raster that just holds it.
-cv::Mat DrawRing(int inner, int outer, int startAngle, int sweep) {
-  const int from = WrapSubtract(0, startAngle);  // OpenCV's angles turn the other way.
+// A ring is filled about the centre of a square that just holds it.
+void FillRing(int inner, int startAngle, int sweep, const FillArea& area, RunSink& sink) {
+  const int outer = area.width / 2;
+  const int from = WrapSubtract(0, startAngle);  // Angles of samples turn the other way.
   const int to = WrapSubtract(from, sweep);
   const cv::Point center(outer, outer);
-  std::vector<cv::Point> innerPoints;
-  std::vector<cv::Point> outerPoints;
-  cv::ellipse2Poly(center, cv::Size(inner, inner), 0, from, to, 1, innerPoints);
-  cv::ellipse2Poly(center, cv::Size(outer, outer), 0, from, to, 1, outerPoints);
-
-  const int size = WrapAdd(WrapMultiply(2, outer), 1);
-  cv::Mat raster(size, size, CV_8UC1, cv::Scalar(0));
+  const std::vector<cv::Point> hole = SampleCircle(center, inner, from, to);
+  std::vector<cv::Point> rim = SampleCircle(center, outer, from, to);
+  ContourFill fill(area);
   if (sweep > 358) {
-    FillRing(raster, outerPoints, innerPoints);
-    return raster;
+    fill.Add(rim);
+    fill.Add(hole);
+  } else if (!rim.empty()) {
+    const cv::Point start = rim.front();
+    rim.insert(rim.end(), hole.rbegin(), hole.rend());
+    rim.push_back(start);
+    fill.Add(rim);
   }
-  std::vector<cv::Point> sector(outerPoints);
-  sector.insert(sector.end(), innerPoints.rbegin(), innerPoints.rend());
-  if (!outerPoints.empty()) sector.push_back(outerPoints.front());
-  FillContours(raster, {sector});
-  return raster;
+  fill.Fill(sink);
 }
 
 bool TorusRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
@@ -298,18 +317,16 @@ bool TorusRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   const int outer = params[3].I();
   const int right = WrapAdd(column, outer);
   const int bottom = WrapAdd(row, outer);
-  if (outer < 0 || right < 0 || bottom < 0)
-    return false;  // A radius that does not fit is negative.
+  // A radius that does not fit is negative.
+  if (outer < 0 || right < 0 || bottom < 0) return false;
 
-  cv::Mat raster = DrawRing(inner, outer, startAngle, sweep);
-  const std::vector<Run> drawn = ListRuns(raster);
-  runs.Reserve(drawn.size());
-  for (const Run& run : drawn) {
-    const int y = WrapSubtract(WrapAdd(row, run.Row), outer);
-    const int last = WrapSubtract(WrapAdd(column, run.LastColumn), outer);
-    const int first = WrapSubtract(WrapAdd(column, run.FirstColumn), outer);
-    if (y >= 0 && last >= 0) runs.Append(y, std::max(first, 0), last);
-  }
+  const int size = WrapAdd(WrapMultiply(2, outer), 1);
+  RequireCanvas(size, size);
+  FillArea area(size, size);
+  const cv::Point corner(WrapSubtract(column, outer), WrapSubtract(row, outer));
+  area.firstRow = RowsAbove(corner.y);
+  Placer placer(corner, false, runs);
+  FillRing(inner, startAngle, sweep, area, placer);
   canvas = CanvasTo(right, bottom);
   return true;
 }

@@ -3,7 +3,7 @@
 #include <climits>
 #include <cmath>
 #include <cstddef>
-#include <opencv2/imgproc.hpp>
+#include <initializer_list>
 
 PointPair::PointPair(const VemVarArray& params)
     : x1(params[1].I()), y1(params[0].I()), x2(params[3].I()), y2(params[2].I()) {}
@@ -47,6 +47,39 @@ RotatedCorners::RotatedCorners(const VemVarArray& params) : angle(params[4].F())
   endColumn = WrapAdd(right.x, 1);
 }
 
+namespace {
+
+int FloorToInt(float value) {
+  const int whole = TruncateToInt(value);
+  return WrapSubtract(whole, ToFloat(whole) > value ? 1 : 0);
+}
+
+int CeilToInt(float value) {
+  const int whole = TruncateToInt(value);
+  return WrapAdd(whole, ToFloat(whole) < value ? 1 : 0);
+}
+
+// The box around an ellipse is that around the rectangle in which it lies, in float steps.
+cv::Rect BoxAround(const cv::RotatedRect& ellipse) {
+  const double angle = ToDouble(ellipse.angle) * 3.1415926535897932384626433832795 / 180.0;
+  const float b = ToFloat(std::cos(angle)) * 0.5f;
+  const float a = ToFloat(std::sin(angle)) * 0.5f;
+  const cv::Point2f& center = ellipse.center;
+  const cv::Size2f& size = ellipse.size;
+  const float x0 = center.x - a * size.height - b * size.width;
+  const float y0 = center.y + b * size.height - a * size.width;
+  const float x1 = center.x + a * size.height - b * size.width;
+  const float y1 = center.y - b * size.height - a * size.width;
+  const std::initializer_list<float> xs = {x0, x1, 2 * center.x - x0, 2 * center.x - x1};
+  const std::initializer_list<float> ys = {y0, y1, 2 * center.y - y0, 2 * center.y - y1};
+  const int x = FloorToInt(std::min(xs));
+  const int y = FloorToInt(std::min(ys));
+  return cv::Rect(x, y, WrapSubtract(CeilToInt(std::max(xs)), WrapSubtract(x, 1)),
+                  WrapSubtract(CeilToInt(std::max(ys)), WrapSubtract(y, 1)));
+}
+
+}  // namespace
+
 EllipseBox::EllipseBox(const VemVarArray& params)
     : column(params[1].I()),
       row(params[0].I()),
@@ -54,7 +87,7 @@ EllipseBox::EllipseBox(const VemVarArray& params)
       b(params[3].F()),
       angle(params[4].F()),
       shape(cv::Point2f(ToFloat(column), ToFloat(row)), cv::Size2f(a + a, b + b), -angle),
-      bounds(shape.boundingRect()),
+      bounds(BoxAround(shape)),
       endRow(WrapAdd(bounds.y, bounds.height)),
       endColumn(WrapAdd(bounds.x, bounds.width)) {}
 
@@ -82,13 +115,33 @@ ArcSamples::ArcSamples(const VemVarArray& params) {
   points.push_back(SampleCircle(start, radius, column, row));
 }
 
+namespace {
+
+// The columns and rows of all points; a box too large for its size to be told wraps.
+cv::Rect BoxAround(const std::vector<cv::Point>& points) {
+  int left = points[0].x;
+  int right = left;
+  int top = points[0].y;
+  int bottom = top;
+  for (const cv::Point& p : points) {
+    left = std::min(left, p.x);
+    right = std::max(right, p.x);
+    top = std::min(top, p.y);
+    bottom = std::max(bottom, p.y);
+  }
+  return cv::Rect(left, top, WrapAdd(WrapSubtract(right, left), 1),
+                  WrapAdd(WrapSubtract(bottom, top), 1));
+}
+
+}  // namespace
+
 ClosedVertices::ClosedVertices(const VemVarArray& params) {
   points.reserve(static_cast<std::size_t>(params.Length()) / 2 + 1);
   for (int k = 0; k < params.Length(); k += 2) {
     points.emplace_back(params[k + 1].I(), params[k].I());
   }
   points.emplace_back(params[1].I(), params[0].I());
-  bounds = cv::boundingRect(points);
+  bounds = BoxAround(points);
   endRow = WrapAdd(bounds.y, bounds.height);
   endColumn = WrapAdd(bounds.x, bounds.width);
 }

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "IVemROIPara.h"
+#include "support/FillReference.h"
 #include "support/Support.h"
 
 namespace {
@@ -305,9 +306,7 @@ RunMask Polygon(const Numbers& p) {
   const Bounds bounds = BoundsOf(points);
   if (bounds.right < 0 || bounds.bottom < 0) return Failed();
   for (cv::Point& point : points) point -= cv::Point(bounds.x, bounds.y);
-  cv::Mat raster = cv::Mat::zeros(bounds.height + 1, bounds.width + 1, CV_8UC1);
-  cv::drawContours(raster, std::vector<Contour>{points}, -1, cv::Scalar(255), -1, 8, cv::noArray(),
-                   0x7fffffff, cv::Point(0, 0));
+  const cv::Mat raster = FilledByRule({points}, bounds.width + 1, bounds.height + 1);
   RunMask mask{true, {}, bounds.right + 1, bounds.bottom + 1};
   for (const Run& run : RunsOfRaster(raster)) {
     const int row = bounds.y + run.Row;
@@ -315,6 +314,17 @@ RunMask Polygon(const Numbers& p) {
     mask.runs.push_back({row, std::max(bounds.x + run.FirstColumn, 0), bounds.x + run.LastColumn});
   }
   return mask;
+}
+
+// OpenCV's samples; some versions raise where others give none.
+Contour CircleSamples(int center, int radius, int from, int to) {
+  Contour samples;
+  try {
+    cv::ellipse2Poly({center, center}, {radius, radius}, 0, from, to, 1, samples);
+  } catch (const cv::Exception&) {
+    samples.clear();
+  }
+  return samples;
 }
 
 RunMask Torus(const Numbers& p) {
@@ -328,21 +338,16 @@ RunMask Torus(const Numbers& p) {
   const int a = -Truncated(start);
   const int n = Truncated(sweep);
   const int b = a - n;
-  Contour innerPts;
-  Contour outerPts;
-  cv::ellipse2Poly({outer, outer}, {inner, inner}, 0, a, b, 1, innerPts);
-  cv::ellipse2Poly({outer, outer}, {outer, outer}, 0, a, b, 1, outerPts);
-  cv::Mat raster = cv::Mat::zeros(2 * outer + 1, 2 * outer + 1, CV_8UC1);
+  const Contour innerPts = CircleSamples(outer, inner, a, b);
+  const Contour outerPts = CircleSamples(outer, outer, a, b);
+  cv::Mat raster;
   if (n > 358) {
-    const std::vector<cv::Vec4i> hierarchy{{-1, -1, 1, -1}, {-1, -1, -1, 0}};
-    cv::drawContours(raster, std::vector<Contour>{outerPts, innerPts}, -1, cv::Scalar(255), -1, 8,
-                     hierarchy, 0x7fffffff, cv::Point(0, 0));
+    raster = FilledByRule({outerPts, innerPts}, 2 * outer + 1, 2 * outer + 1);
   } else {
     Contour sector = outerPts;
     sector.insert(sector.end(), innerPts.rbegin(), innerPts.rend());
-    sector.push_back(outerPts.at(0));
-    cv::drawContours(raster, std::vector<Contour>{sector}, -1, cv::Scalar(255), -1, 8,
-                     cv::noArray(), 0x7fffffff, cv::Point(0, 0));
+    if (!outerPts.empty()) sector.push_back(outerPts.front());
+    raster = FilledByRule({sector}, 2 * outer + 1, 2 * outer + 1);
   }
   RunMask mask{true, {}, col + outer + 1, row + outer + 1};
   for (const Run& run : RunsOfRaster(raster)) {
