@@ -81,10 +81,10 @@ void BorderWalk::SetQuotient(std::int64_t base, std::int64_t slope, std::int64_t
   restStep_ = slope - wholeStep_ * divisor_;
   const std::int64_t start = FloorDivide(offset, divisor_);
   quotient_ = base + start;
-  rest_ = offset - start * divisor_;
+  rest_ = offset - start * divisor_ - divisor_;
   if (skippedRows == 0) return;
-  const Wide rest = static_cast<Wide>(restStep_) * skippedRows + rest_;
+  const Wide rest = static_cast<Wide>(restStep_) * skippedRows + rest_ + divisor_;
   const auto carried = static_cast<std::int64_t>(rest / divisor_);
   quotient_ += wholeStep_ * skippedRows + carried;
-  rest_ = static_cast<std::int64_t>(rest - static_cast<Wide>(carried) * divisor_);
+  rest_ = static_cast<std::int64_t>(rest - static_cast<Wide>(carried) * divisor_) - divisor_;
 }

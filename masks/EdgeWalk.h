@@ -68,13 +68,12 @@ class BorderWalk {
   void SetQuotient(std::int64_t base, std::int64_t slope, std::int64_t offset,
                    std::int64_t skippedRows);
 
+  // The rest is held less the divisor. Whether it carries can't be foretold, so no branch asks.
   void Advance() {
-    quotient_ += wholeStep_;
     rest_ += restStep_;
-    if (rest_ >= divisor_) {
-      rest_ -= divisor_;
-      ++quotient_;
-    }
+    const std::int64_t carry = ~(rest_ >> 63);
+    rest_ -= divisor_ & carry;
+    quotient_ += wholeStep_ - carry;
   }
 
   std::int64_t first_;

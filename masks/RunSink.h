@@ -21,7 +21,9 @@ class RunSink {
 class RunLister final : public RunSink {
  public:
   explicit RunLister(std::vector<Run>& runs) : runs_(runs) {}
-  void AddRow(const Run* first, const Run* end) override { runs_.insert(runs_.end(), first, end); }
+  void AddRow(const Run* first, const Run* end) override {
+    for (const Run* run = first; run != end; ++run) runs_.push_back(*run);
+  }
 
  private:
   std::vector<Run>& runs_;

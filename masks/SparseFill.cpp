@@ -155,12 +155,14 @@ class SparseFill {
         ++span;
       }
       if (next.first > reached + 1) {
-        *run++ = {row, static_cast<int>(next.first), static_cast<int>(next.last)};
+        run->Row = row;
+        run->FirstColumn = static_cast<int>(next.first);
+        ++run;
         reached = next.last;
-      } else if (next.last > reached) {
-        run[-1].LastColumn = static_cast<int>(next.last);
-        reached = next.last;
+      } else {
+        reached = std::max(reached, next.last);
       }
+      run[-1].LastColumn = static_cast<int>(reached);
     }
   }
 
