@@ -1,0 +1,187 @@
+// Runs our figure and each peer's in turn, round after round in one process, and prints a table of
+// the medians of the ratios within a round. A ratio below its bar is marked.
+//
+//     compare [--small] [--faults] [--rounds n] [--filter text] [picture...]
+
+#include "compare/Compare.h"
+
+#include <malloc.h>
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <limits>
+#include <opencv2/core.hpp>
+
+namespace {
+
+const Family kFamilies[] = {AddRunRows, AddComponentRows, AddOutlineRows};
+
+struct Options {
+  Setting setting;
+  bool faults = false;
+  int rounds = 15;
+  std::string filter;
+};
+
+double ProcessorSeconds() {
+  timespec time;
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+double Seconds(const Work& work, int repeats) {
+  const double begin = ProcessorSeconds();
+  for (int i = 0; i < repeats; ++i) work();
+  return (ProcessorSeconds() - begin) / repeats;
+}
+
+// As many repeats as fill a few milliseconds, so that the clock does not count.
+int Repeats(const Work& work, bool small) {
+  if (small) return 1;
+  work();
+  const double once = std::max(Seconds(work, 1), 1e-7);
+  return std::max(1, static_cast<int>(4e-3 / once));
+}
+
+double Median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+struct Figures {
+  double seconds;              // Of ours.
+  std::vector<double> ratios;  // Of each peer's time to ours.
+};
+
+Figures Measure(const Row& row, const Options& options) {
+  const bool small = options.setting.small;
+  const int repeats = Repeats(row.ours, small);
+  std::vector<int> peerRepeats;
+  for (const Peer& peer : row.peers) peerRepeats.push_back(Repeats(peer.run, small));
+  std::vector<double> ours;
+  std::vector<std::vector<double>> ratios(row.peers.size());
+  for (int round = 0; round < options.rounds; ++round) {
+    ours.push_back(Seconds(row.ours, repeats));
+    for (std::size_t i = 0; i < row.peers.size(); ++i) {
+      ratios[i].push_back(Seconds(row.peers[i].run, peerRepeats[i]) / ours.back());
+    }
+  }
+  Figures figures{Median(ours), {}};
+  for (const std::vector<double>& values : ratios) figures.ratios.push_back(Median(values));
+  return figures;
+}
+
+std::string Text(const char* format, double value) {
+  char text[64];
+  std::snprintf(text, sizeof(text), format, value);
+  return text;
+}
+
+// A figure, and its bar with a mark where it is missed.
+std::string Judged(const std::string& figure, const std::string& bar, bool missed, int& misses) {
+  if (bar.empty()) return figure;
+  if (missed) ++misses;
+  return figure + " (" + bar + (missed ? ") **missed**" : ")");
+}
+
+int PrintRow(const Row& row, const Figures& figures) {
+  int misses = 0;
+  std::string line = "| " + row.work + " | " + row.input + " | ";
+  line += Text("%.1f", figures.seconds * 1e6) + " |";
+  for (std::size_t i = 0; i < row.peers.size(); ++i) {
+    const Peer& peer = row.peers[i];
+    const double ratio = figures.ratios[i];
+    line += (i == 0 ? " " : ", ") + peer.name + " ";
+    line += Judged(Text("%.2f", ratio), peer.bar > 0 ? Text("%.2f", peer.bar) : "",
+                   ratio < peer.bar, misses);
+  }
+  if (row.units > 0) {
+    const double each = figures.seconds / row.units * 1e9;
+    line += std::string(row.peers.empty() ? " " : ", ") + "ns a " + row.unit + " ";
+    line += Judged(Text("%.1f", each), "at most " + Text("%.0f", row.limitNanoseconds),
+                   each > row.limitNanoseconds, misses);
+  }
+  std::printf("%s |\n", line.c_str());
+  std::fflush(stdout);
+  return misses;
+}
+
+long PageFaults() {
+  rusage usage;
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_minflt;
+}
+
+// The pages that one call touches anew, with an allocator that gives back what it got.
+void PrintFaults(const Row& row) {
+  row.ours();
+  const long before = PageFaults();
+  row.ours();
+  std::printf("| %s | %s | %ld |\n", row.work.c_str(), row.input.c_str(), PageFaults() - before);
+}
+
+// A warm allocator keeps what is freed; the other gives every larger block back at once.
+void SetAllocator(bool warm) {
+  mallopt(M_MMAP_THRESHOLD, warm ? std::numeric_limits<int>::max() : 65536);
+  mallopt(M_TRIM_THRESHOLD, warm ? std::numeric_limits<int>::max() : 65536);
+}
+
+Options Parse(int count, char** arguments) {
+  Options options;
+  for (int i = 1; i < count; ++i) {
+    const char* const argument = arguments[i];
+    if (std::strcmp(argument, "--small") == 0) {
+      options.setting.small = true;
+      options.rounds = 1;
+    } else if (std::strcmp(argument, "--faults") == 0) {
+      options.faults = true;
+    } else if (std::strcmp(argument, "--rounds") == 0 && i + 1 < count) {
+      options.rounds = std::max(1, std::atoi(arguments[++i]));
+    } else if (std::strcmp(argument, "--filter") == 0 && i + 1 < count) {
+      options.filter = arguments[++i];
+    } else {
+      options.setting.pictures.push_back(argument);
+    }
+  }
+  return options;
+}
+
+bool IsWanted(const Row& row, const std::string& filter) {
+  return (row.work + ", " + row.input).find(filter) != std::string::npos;
+}
+
+}  // namespace
+
+void Keep(std::size_t result) {
+  static volatile std::size_t kept;
+  kept = kept + result;
+}
+
+int main(int count, char** arguments) {
+  const Options options = Parse(count, arguments);
+  SetAllocator(!options.faults);
+  cv::setNumThreads(1);
+  std::vector<Row> rows;
+  for (const Family family : kFamilies) family(options.setting, rows);
+  std::puts(options.faults ? "| work | input | page faults |\n|---|---|---|"
+                           : "| work | input | µs | times as fast as (bar) |\n|---|---|---|---|");
+  int misses = 0;
+  for (const Row& row : rows) {
+    if (!IsWanted(row, options.filter)) continue;
+    if (row.agree && !row.agree()) {
+      std::fprintf(stderr, "%s, %s: results differ\n", row.work.c_str(), row.input.c_str());
+      return 1;
+    }
+    if (options.faults) {
+      PrintFaults(row);
+    } else {
+      misses += PrintRow(row, Measure(row, options));
+    }
+  }
+  if (!options.faults && !options.setting.small) std::printf("\n%d below their bar\n", misses);
+  return 0;
+}

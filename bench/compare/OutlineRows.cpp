@@ -1,0 +1,112 @@
+// Tracing the outlines, beside OpenCV's.
+
+#include <algorithm>
+#include <opencv2/imgproc.hpp>
+
+#include "VemRLC.h"
+#include "compare/Compare.h"
+#include "compare/Rasters.h"
+
+namespace {
+
+// OpenCV names it in its C headers only.
+constexpr int kLinkRuns = 5;
+
+using Contours = std::vector<std::vector<cv::Point>>;
+
+struct Traced {
+  Contours contours;
+  std::vector<cv::Vec4i> hierarchy;
+  std::vector<Run> runs;
+};
+
+Traced CodedOutlines(cv::Mat& raster) {
+  Traced traced;
+  std::vector<cv::Point> points;
+  std::vector<int> pointStarts;
+  std::vector<int> runStarts;
+  VemRLC::FindContours(raster, 1, &points, &pointStarts, &traced.hierarchy, nullptr, &traced.runs,
+                       &runStarts, true, -1, -1, 1, false);
+  VemRLC::Convert(points, pointStarts, traced.contours);
+  return traced;
+}
+
+Contours OpenCVOutlines(const cv::Mat& raster, int method) {
+  Contours contours;
+  std::vector<cv::Vec4i> hierarchy;
+  cv::findContours(raster, contours, hierarchy, cv::RETR_CCOMP, method);
+  return contours;
+}
+
+bool Before(const std::vector<cv::Point>& a, const std::vector<cv::Point>& b) {
+  const auto before = [](const cv::Point& p, const cv::Point& q) {
+    return p.y != q.y ? p.y < q.y : p.x < q.x;
+  };
+  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), before);
+}
+
+bool Same(Contours a, Contours b) {
+  std::sort(a.begin(), a.end(), Before);
+  std::sort(b.begin(), b.end(), Before);
+  return a == b;
+}
+
+struct Bars {
+  double contours;
+  double linkRuns;
+};
+
+Row Ours(const std::string& input, const cv::Mat& source) {
+  cv::Mat raster = source;
+  Row row;
+  row.work = "outlines";
+  row.input = input;
+  row.ours = [=]() mutable { Keep(CodedOutlines(raster).contours.size()); };
+  return row;
+}
+
+void Add(const std::string& input, const cv::Mat& source, const Bars& bars,
+         std::vector<Row>& rows) {
+  cv::Mat raster = source;
+  Row row = Ours(input, raster);
+  const auto peer = [=](int method) {
+    return [=] { Keep(OpenCVOutlines(raster, method).size()); };
+  };
+  row.peers = {{"findContours", peer(cv::CHAIN_APPROX_SIMPLE), bars.contours},
+               {"link-runs", peer(kLinkRuns), bars.linkRuns}};
+  row.agree = [=]() mutable {
+    return Same(CodedOutlines(raster).contours, OpenCVOutlines(raster, cv::CHAIN_APPROX_SIMPLE));
+  };
+  rows.push_back(row);
+}
+
+// OpenCV's time grows with the square of the number of outlines: noise stands alone.
+void AddNoise(int size, int grain, int percent, std::vector<Row>& rows) {
+  cv::Mat raster = NoiseRaster(size, grain, percent);
+  Row row = Ours("noise " + std::to_string(size) + ", grain " + std::to_string(grain) + ", " +
+                     std::to_string(percent) + " %",
+                 raster);
+  row.units = 2 * static_cast<double>(CodedOutlines(raster).runs.size());
+  row.unit = "run end";
+  row.limitNanoseconds = 20;
+  rows.push_back(row);
+}
+
+}  // namespace
+
+void AddOutlineRows(const Setting& setting, std::vector<Row>& rows) {
+  const int small = setting.small ? 64 : 512;
+  const int large = setting.small ? 100 : 2048;
+  if (setting.pictures.empty()) {
+    for (const int size : {small, large}) {
+      Add("solid " + std::to_string(size), SolidRaster(size), {size == small ? 2.5 : 4.5, 1.0},
+          rows);
+    }
+    for (const int percent : {20, 50, 80}) {
+      for (const int size : {small, large}) AddNoise(size, 1, percent, rows);
+    }
+  }
+  for (const NamedRaster& picture : PictureRasters(setting)) {
+    Add(picture.name, picture.raster, {3.3, 0}, rows);
+  }
+}
