@@ -7,8 +7,11 @@
 #include "masks/SparseFill.h"
 
 void ContourFill::Add(const std::vector<cv::Point>& contour) {
-  for (std::size_t i = 0; i < contour.size(); ++i) {
-    edges_.push_back({contour[i == 0 ? contour.size() - 1 : i - 1], contour[i]});
+  if (contour.empty()) return;
+  cv::Point before = contour.back();
+  for (const cv::Point& point : contour) {
+    edges_.push_back({before, point});
+    before = point;
   }
 }
 

@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 
 #include "masks/EdgeWalk.h"
 
@@ -33,6 +34,7 @@ class DenseFill {
   void AddEdge(const FillEdge& edge) {
     Crossing crossing;
     if (CrossRows(edge, area_, crossing)) AddCrossings(crossing);
+    if (IsShort(edge)) return AddShortBorder(edge.from, edge.to);
     FillEdge line = edge;
     BorderWalk border;
     if (ClipEdge(line, area_) && border.Start(line, area_)) AddBorder(border);
@@ -51,6 +53,16 @@ class DenseFill {
     return words_ * static_cast<std::size_t>(row - area_.firstRow);
   }
 
+  bool IsInside(const cv::Point& p) const {
+    return p.x >= 0 && p.x < area_.width && p.y >= area_.firstRow && p.y < area_.endRow;
+  }
+
+  bool IsShort(const FillEdge& edge) const {
+    constexpr int kShort = 16;
+    return IsInside(edge.from) && IsInside(edge.to) && std::abs(edge.from.x - edge.to.x) < kShort &&
+           std::abs(edge.from.y - edge.to.y) < kShort;
+  }
+
   // A pixel is inside where an odd number of crossings lie left of it, and where one meets it.
   void AddCrossings(const Crossing& crossing) {
     Word* words = plane_.data() + RowStart(crossing.top);
@@ -66,6 +78,30 @@ class DenseFill {
       }
       x += crossing.step;
       words += words_;
+    }
+  }
+
+  // A short line within the area, pixel by pixel.
+  void AddShortBorder(const cv::Point& from, const cv::Point& to) {
+    const bool rightward = from.x <= to.x;
+    const cv::Point& left = rightward ? from : to;
+    const cv::Point& right = rightward ? to : from;
+    const int across = right.x - left.x;
+    const int down = std::abs(right.y - left.y);
+    const auto rowStep = static_cast<std::ptrdiff_t>(right.y < left.y ? 0 - words_ : words_);
+    const int longer = std::max(across, down);
+    const int shorter = std::min(across, down);
+    Word* words = plane_.data() + RowStart(left.y);
+    auto column = static_cast<std::size_t>(left.x);
+    int error = longer - 2 * shorter;
+    for (int i = 0;; ++i) {
+      words[column / kWordBits].covered |= std::uint64_t{1} << column % kWordBits;
+      if (i == longer) return;
+      const int sideways =
+          error >> 31;  // -1 where the line leaves its row, or its column if steep.
+      error += (2 * longer & sideways) - 2 * shorter;
+      words += rowStep * (down > across ? 1 : -sideways);
+      column += static_cast<std::size_t>(down > across ? -sideways : 1);
     }
   }
 
@@ -99,6 +135,9 @@ class DenseFill {
     std::uint64_t inside = 0;
     std::uint64_t before = 0;
     for (std::size_t i = 0; i < words_; ++i) {
+      if ((words[i].turns | words[i].covered) == 0 && (inside & 1) == before && i + 1 < words_) {
+        continue;
+      }
       const std::uint64_t between = Parities(words[i].turns) ^ inside;
       inside = 0 - (between >> (kWordBits - 1));
       std::uint64_t pixels = between | words[i].covered;

@@ -39,7 +39,7 @@ bool CrossRows(const FillEdge& edge, const FillArea& area, Crossing& crossing) {
   if (crossing.top >= crossing.end) return false;
   const std::int64_t across = static_cast<std::int64_t>(lower.x) - upper.x;
   const std::int64_t down = static_cast<std::int64_t>(lower.y) - upper.y;
-  crossing.step = across == 0 ? 0 : across * kCrossingOne / down;
+  crossing.step = across == 0 || down == 1 ? across * kCrossingOne : across * kCrossingOne / down;
   const std::int64_t skipped = static_cast<std::int64_t>(crossing.top) - upper.y;
   crossing.x = upper.x * kCrossingOne + crossing.step * skipped;
   return true;

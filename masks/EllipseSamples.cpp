@@ -23,15 +23,24 @@ constexpr int kSines[] = {
     9848078, 9876883, 9902681, 9925462, 9945219, 9961947, 9975641, 9986295, 9993908, 9998477,
     10000000};
 
-// The sine of 0 to 450 degrees, as a float has it.
-double Sine(int degrees) {
-  if (degrees >= kTurn) degrees -= kTurn;
-  if (degrees > kTurn / 2) return -Sine(degrees - kTurn / 2);
-  const int quarter = degrees > kTurn / 4 ? kTurn / 2 - degrees : degrees;
-  return static_cast<double>(static_cast<float>(kSines[quarter] / 1e7));
-}
+/// The sines of 0 to 450 degrees, each as a float has it.
+struct SineTable {
+  constexpr SineTable() : sines() {
+    for (int degrees = 0; degrees <= kTurn + kTurn / 4; ++degrees) {
+      const int half = degrees % (kTurn / 2);
+      const int quarter = half > kTurn / 4 ? kTurn / 2 - half : half;
+      const double sine = static_cast<double>(static_cast<float>(kSines[quarter] / 1e7));
+      sines[degrees] = degrees % kTurn < kTurn / 2 ? sine : -sine;
+    }
+  }
 
-double Cosine(int degrees) { return Sine(degrees + kTurn / 4); }
+  double sines[kTurn + kTurn / 4 + 1];
+};
+
+constexpr SineTable kTable;
+
+double Sine(int degrees) { return kTable.sines[degrees]; }
+double Cosine(int degrees) { return kTable.sines[degrees + kTurn / 4]; }
 
 int WrapToInt(std::int64_t value) {
   return static_cast<int>(static_cast<std::uint32_t>(static_cast<std::uint64_t>(value)));
@@ -58,6 +67,16 @@ void TurnIntoReach(int& from, int& to) {
   }
 }
 
+// Calls `visit` with the angles to sample, each from 0 to a turn.
+template <typename Visit>
+void VisitDegrees(int from, int to, int step, Visit visit) {
+  TurnIntoReach(from, to);
+  for (int i = from; i < to + step; i += step) {
+    const int degrees = std::min(i, to);
+    visit(degrees < 0 ? degrees + kTurn : degrees);
+  }
+}
+
 // A rotation from 0 to a turn.
 int TurnIntoReach(int rotation) {
   if (rotation < 0) return static_cast<int>((std::int64_t{rotation} % kTurn + kTurn) % kTurn);
@@ -69,30 +88,26 @@ int TurnIntoReach(int rotation) {
 std::vector<cv::Point2d> SampleEllipse(const cv::Point2d& center, const cv::Size2d& axes,
                                        const EllipseArc& arc, int step) {
   const int rotation = TurnIntoReach(arc.rotation);
-  int from = arc.from;
-  int to = arc.to;
-  TurnIntoReach(from, to);
   const double cosine = Cosine(rotation);
   const double sine = Sine(rotation);
-
   std::vector<cv::Point2d> samples;
-  for (int i = from; i < to + step; i += step) {
-    const int degrees = std::min(i, to) < 0 ? std::min(i, to) + kTurn : std::min(i, to);
+  VisitDegrees(arc.from, arc.to, step, [&](int degrees) {
     const double x = axes.width * Cosine(degrees);
     const double y = axes.height * Sine(degrees);
     samples.emplace_back(center.x + x * cosine - y * sine, center.y + x * sine + y * cosine);
-  }
+  });
   if (samples.size() == 1) samples.assign(2, center);
   return samples;
 }
 
 std::vector<cv::Point> SampleCircle(const cv::Point& center, int radius, int from, int to) {
-  const double axis = static_cast<double>(radius);
   std::vector<cv::Point> pixels;
-  for (const cv::Point2d& sample : SampleEllipse(center, {axis, axis}, {0, from, to}, 1)) {
-    const cv::Point pixel(RoundToInt(sample.x), RoundToInt(sample.y));
+  pixels.reserve(kTurn + 1);
+  VisitDegrees(from, to, 1, [&](int degrees) {
+    const cv::Point pixel(RoundToInt(center.x + radius * Cosine(degrees)),
+                          RoundToInt(center.y + radius * Sine(degrees)));
     if (pixels.empty() || pixel != pixels.back()) pixels.push_back(pixel);
-  }
+  });
   if (pixels.size() == 1) pixels.assign(2, center);
   return pixels;
 }

@@ -18,7 +18,7 @@
 
 namespace {
 
-const Family kFamilies[] = {AddRunRows, AddComponentRows, AddOutlineRows};
+const Family kFamilies[] = {AddRunRows, AddComponentRows, AddOutlineRows, AddMaskRows};
 
 struct Options {
   Setting setting;

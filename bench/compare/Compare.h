@@ -28,7 +28,7 @@ struct Row {
   std::function<bool()> agree;
 
   double units = 0;             ///< How many units ours works through; 0 without a limit a unit.
-  std::string unit;             ///< What a unit is: "run end".
+  std::string unit = "";        ///< What a unit is: "run end".
   double limitNanoseconds = 0;  ///< The most that a unit may take.
 };
 
@@ -44,5 +44,6 @@ using Family = void (*)(const Setting& setting, std::vector<Row>& rows);
 void AddRunRows(const Setting& setting, std::vector<Row>& rows);
 void AddComponentRows(const Setting& setting, std::vector<Row>& rows);
 void AddOutlineRows(const Setting& setting, std::vector<Row>& rows);
+void AddMaskRows(const Setting& setting, std::vector<Row>& rows);
 
 #endif  // COMPARE_COMPARE_H_
