@@ -264,7 +264,7 @@ void Display::DrawImage(VemOverlay& overlay) {
   overlay.GetImage(&place, &image);
   const cv::Rect whole(cvRound(place.x), cvRound(place.y), image.Width(), image.Height());
   const cv::Rect shown = whole & cv::Rect(cv::Point(), canvas_.size());
-  if (shown.empty() || image.BitDepth() != VemImageType8U) return;
+  if (shown.area() == 0 || image.BitDepth() != VemImageType8U) return;
   cv::Mat pixels = image.Mat();
   if (image.Channels() == 1) cv::cvtColor(image.Mat(), pixels, cv::COLOR_GRAY2BGR);
   if (pixels.channels() != 3) return;

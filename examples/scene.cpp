@@ -152,7 +152,7 @@ VemPointArray PlaceRivets(const Placement& place) {
 VemROI DarkPixels(const VemImage& image, const Placement& place) {
   const cv::Rect part = cv::Rect(place.Pixel(740, 690), place.Pixel(1060, 880));
   cv::Mat dark;
-  if (!part.empty()) cv::threshold(image.Mat()(part), dark, 80, 255, cv::THRESH_BINARY_INV);
+  if (part.area() > 0) cv::threshold(image.Mat()(part), dark, 80, 255, cv::THRESH_BINARY_INV);
   VemRLC coder;
   coder.SetParam(1, 6, true, -1, -1, 1, false, false);
   coder.Calc(dark, true);
