@@ -79,17 +79,24 @@ class VEM_EXPORT VemImage {
   /// The same. The name goes to the file system as UTF-8, whatever the locale.
   bool ReadImage(const wchar_t* path);
 
-  /// Writes the image to a file and returns whether it was written.
+  /// Writes the image to a file as `cv::imwrite` does, and returns what that returns.
   ///
   /// The last four characters of the name, in either case, choose the parameters: `.jpg` and `jpeg`
   /// take JPEG quality 60, `.png` takes the filtered strategy and compression 6. Any other four
-  /// with a dot among them leave the format to OpenCV, four without one (`.tiff`, `.webp`) give
-  /// false.
+  /// with a dot among them (`.tif`, `.bmp`) leave format and parameters to OpenCV. Four without one
+  /// give false, and nothing is written: `.tiff` and `.webp` are among these, for all that OpenCV
+  /// has encoders for them.
   ///
-  /// An empty image gives false before the path is looked at; a failed write gives false and prints
-  /// nothing when the file may not be written. Raises `std::logic_error` for a null path,
-  /// `std::out_of_range` for one shorter than four characters, and `cv::Exception` for an extension
-  /// that no encoder has (`myjpeg`, `.c`) or an image that its encoder refuses.
+  /// An empty image gives false before the path is looked at. Raises `std::logic_error` for a null
+  /// path and `std::out_of_range` for one shorter than four characters. `cv::Exception` is raised
+  /// for an extension that no encoder has (`myjpeg`, `.c`) and for an image that no encoder takes:
+  /// of two channels, or of more than four. An image of no rows raises for such an extension, else
+  /// gives false.
+  ///
+  /// Where the file can be written or created, the rest is `cv::imwrite`'s: most versions print
+  /// what the encoder of the one format refuses (a grey `.ppm`, a coloured `.pgm`), return false
+  /// and may leave part of a file. Where it can't, the result is false and nothing is printed. No
+  /// other file is ever made.
   bool SaveImage(const char* path);
   /// The same with a level of compression, from 0 for the best quality to 10 for the smallest file;
   /// what lies beyond is taken as the nearer end. JPEG quality is 100 less ten times the level, PNG

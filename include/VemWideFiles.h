@@ -19,9 +19,13 @@ class _InputArray;
 VEM_EXPORT Mat imreadWString(const wchar_t* filename, int flags);
 
 /// Writes an image file as `cv::imwrite` does with the same parameters, the format chosen by the
-/// extension. False when the file can't be written, which prints nothing, or the image has no
-/// pixels. Raises `cv::Exception` for an extension or an image that no encoder takes; the file is
-/// then untouched.
+/// extension, and returns what that returns.
+///
+/// Where the file can be written or created, `cv::imwrite` alone decides: what it raises, prints
+/// and leaves behind is its own. Most versions print what an encoder refuses, return false and may
+/// leave part of a file. Where the file can't be written, a name or an image that no encoder takes
+/// raises `cv::Exception` as it does there, and anything else gives false and prints nothing. An
+/// image without pixels raises for such a name, else gives false. No other file is ever made.
 VEM_EXPORT bool imwriteWString(const wchar_t* filename, const _InputArray& img,
                                const std::vector<int>& params);
 

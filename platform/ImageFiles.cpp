@@ -4,8 +4,8 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <filesystem>
 #include <opencv2/imgcodecs.hpp>
 #include <system_error>
@@ -35,28 +35,30 @@ bool CanWrite(const fs::path& path) {
   return Permits(folder.empty() ? fs::path(".") : folder, W_OK | X_OK);
 }
 
-// A blank image of the given one's kind: as large as that, so that what is too small for a format
-// is refused, but no larger than any format needs.
-cv::Mat Sample(const cv::_InputArray& image) {
-  constexpr int kLargeEnough = 32;
-  const bool severalPages = image.isMatVector() || image.isUMatVector();
-  const cv::Mat page = image.getMat(severalPages ? 0 : -1);
-  if (page.empty()) return cv::Mat::zeros(kLargeEnough, kLargeEnough, page.type());
-  return cv::Mat::zeros(std::min(page.rows, kLargeEnough), std::min(page.cols, kLargeEnough),
-                        page.type());
+// Calls `cv::imwrite` where it can open nothing. It looks at the name, then at the image, and at
+// last at the number of parameters, which is more than it takes; if it should not count them, there
+// is no file below a device.
+void WriteNowhere(const std::string& path, const cv::_InputArray& image) {
+  constexpr std::size_t kTooMany = 10000;
+  cv::imwrite("/dev/null/" + path, image, std::vector<int>(kTooMany));
 }
 
-// Raises if no encoder takes such an image under this name. Some versions of `cv::imwrite` print an
-// encoder's refusal instead of raising it, and leave half a file behind.
-void AskEncoder(const std::string& path, const cv::_InputArray& image,
-                const std::vector<int>& parameters) {
-  std::vector<unsigned char> encoded;
+// What is raised for the number of parameters alone.
+std::string Objection() {
   try {
-    cv::imencode(path, Sample(image), encoded, parameters);
+    WriteNowhere("a.bmp", cv::Mat::zeros(1, 1, CV_8UC1));
   } catch (const cv::Exception& failure) {
-    // An encoder that can't write to memory takes a temporary file. That this fails, which OpenCV
-    // asserts under this name, is no refusal.
-    if (failure.err != "code") throw;
+    return failure.err;
+  }
+  return "";
+}
+
+// Raises what `cv::imwrite` raises for a name or an image that no encoder takes.
+void RaiseRefusal(const std::string& path, const cv::_InputArray& image) {
+  try {
+    WriteNowhere(path, image);
+  } catch (const cv::Exception& failure) {
+    if (failure.err != Objection()) throw;
   }
 }
 
@@ -70,6 +72,12 @@ cv::Mat ReadImageFile(const std::string& path, int flags) {
 
 bool WriteImageFile(const std::string& path, const cv::_InputArray& image,
                     const std::vector<int>& parameters) {
-  AskEncoder(path, image, parameters);
-  return !image.empty() && CanWrite(path) && cv::imwrite(path, image, parameters);
+  if (image.empty()) {
+    // Floats are the one depth that every encoder takes.
+    RaiseRefusal(path, cv::Mat::zeros(1, 1, CV_32FC1));
+    return false;
+  }
+  if (CanWrite(path)) return cv::imwrite(path, image, parameters);
+  RaiseRefusal(path, image);
+  return false;
 }

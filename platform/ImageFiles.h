@@ -14,12 +14,12 @@ constexpr int kReadWithoutAlpha = 2 | 4 | 128;
 /// Raises what `cv::imread` raises for damaged files.
 cv::Mat ReadImageFile(const std::string& path, int flags);
 
-/// Writes a file as `cv::imwrite` does, in any version of OpenCV, and returns whether that went
-/// well.
+/// Writes a file as `cv::imwrite` does, and returns what that returns.
 ///
-/// Raises `cv::Exception`, with the file untouched, for an extension that no encoder has and for an
-/// image that its encoder refuses. Then an image without pixels and a place that can't be written
-/// give false and print nothing; the file is left alone.
+/// Where a file can be written or created under this name, `cv::imwrite` alone decides: what it
+/// raises, prints and leaves behind is its own. Where none can, a name or an image that no encoder
+/// takes raises `cv::Exception` as it does there, and anything else gives false and prints nothing.
+/// An image without pixels raises for such a name, else gives false; the file is then left alone.
 bool WriteImageFile(const std::string& path, const cv::_InputArray& image,
                     const std::vector<int>& parameters);
 

@@ -209,7 +209,7 @@ TEST(VemImageSave, OfNoColumnsNeverLooksAtThePath) {
   EXPECT_EQ(folder.Names(), std::vector<std::string>());
 }
 
-TEST(VemImageSave, OfNoRowsGivesFalseAfterWhatRaises) {
+TEST(VemImageSave, OfNoRowsGivesFalseAfterWhatTheNameRaises) {
   const TemporaryFolder folder;
   VemImage image = ImageOf(cv::Mat(0, 4, CV_8UC3));
   VemImage twoChannels = ImageOf(cv::Mat(0, 4, CV_8UC2));
@@ -218,7 +218,7 @@ TEST(VemImageSave, OfNoRowsGivesFalseAfterWhatRaises) {
     SCOPED_TRACE(writer.name);
     for (const char* name : {"a.jpg", "a.jpeg", "a.png", "a.bmp", "a.tif", "a.jp2", "old.png"}) {
       EXPECT_FALSE(writer.write(image, folder / name)) << name;
-      EXPECT_THROW(writer.write(twoChannels, folder / name), cv::Exception) << name;
+      EXPECT_FALSE(writer.write(twoChannels, folder / name)) << name;
     }
     EXPECT_THROW(writer.write(image, folder / "ab.c"), cv::Exception);
     EXPECT_THROW(writer.write(image, "a.b"), std::out_of_range);
@@ -234,29 +234,30 @@ struct RefusedCase {
 
 const RefusedCase kRefusedCases[] = {
     {"a.png", CV_8UC2}, {"a.jpg", CV_16UC2}, {"a.bmp", CV_MAKETYPE(CV_8U, 5)},
-    {"a.tif", CV_8UC2}, {"a.png", CV_64FC2}, {"a.hdr", CV_32FC4},
-    {"a.hdr", CV_8UC4}, {"a.hdr", CV_16SC4},
+    {"a.tif", CV_8UC2}, {"a.png", CV_64FC2}, {"a.ras", CV_8UC2},
+    {"a.exr", CV_8UC1}, {"a.exr", CV_16SC4}, {"a.hdr", CV_32FC2},
 };
 
-TEST(VemImageSave, RaisesForImagesThatTheEncoderRefuses) {
+TEST(VemImageSave, RaisesForImagesThatNoEncoderTakes) {
   const TemporaryFolder folder;
-  for (const RefusedCase& c : kRefusedCases) {
-    SCOPED_TRACE(c.name);
-    for (const Writer& writer : kWriters) {
-      SCOPED_TRACE(writer.name);
-      const Outcome outcome = RunApart([&] {
-        VemImage image = ImageOf(cv::Mat::zeros(9, 13, c.type));
-        try {
-          writer.write(image, folder / c.name);
-        } catch (const cv::Exception&) {
-          return 0;
+  const Outcome outcome = RunApart([&] {
+    int wrong = 0;
+    for (const RefusedCase& c : kRefusedCases) {
+      for (const Writer& writer : kWriters) {
+        for (const char* place : {"", "missing/"}) {
+          VemImage image = ImageOf(cv::Mat::zeros(9, 13, c.type));
+          try {
+            writer.write(image, folder / (std::string(place) + c.name));
+            ++wrong;
+          } catch (const cv::Exception&) {
+          }
         }
-        return 1;
-      });
-      EXPECT_EQ(outcome.status, 0);
-      EXPECT_EQ(outcome.output, "");
+      }
     }
-  }
+    return wrong;
+  });
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.output, "");
   EXPECT_EQ(folder.Names(), std::vector<std::string>());
 }
 
@@ -272,54 +273,20 @@ TEST(VemImageSave, SavedImagesReadBackButForTheirAlpha) {
   }
 }
 
-bool OpenCVWrites(const std::string& path, const cv::Mat& image) {
-  bool written = false;
-  try {
-    written = cv::imwrite(path, image);
-  } catch (const cv::Exception&) {
-  }
-  fs::remove(path);
-  return written;
-}
-
-// A refusal, of whatever kind of image in whatever size, never is a false or half a file, and what
-// OpenCV takes is not refused.
-TEST(VemImageSave, WritesAWholeFileOrRaises) {
-  const TemporaryFolder folder;
-  for (const char* name : {"a.png", "a.jpg", "a.bmp", "a.tif", "a.jp2", "a.ppm", "a.pgm", "a.pbm",
-                           "a.pam", "a.hdr", "a.ras", "a.exr"}) {
-    SCOPED_TRACE(name);
-    for (int type = CV_8U; type <= CV_MAKETYPE(CV_64F, 4); ++type) {
-      if (CV_MAT_DEPTH(type) > CV_64F) continue;
-      SCOPED_TRACE(type);
-      for (const int size : {1, 5, 33}) {
-        VemImage image = ImageOf(cv::Mat::zeros(size, size, type));
-        try {
-          EXPECT_TRUE(image.SaveImage((folder / name).c_str()));
-          EXPECT_GT(fs::file_size(folder / name), 0U);
-          fs::remove(folder / name);
-        } catch (const cv::Exception&) {
-          EXPECT_EQ(folder.Names(), std::vector<std::string>());
-          EXPECT_FALSE(OpenCVWrites(folder / name, image.Mat()));
-        }
-      }
-    }
-  }
-}
-
-// The formats that OpenCV can't encode into memory still need no temporary folder.
 TEST(VemImageSave, NeedsNoTemporaryFolder) {
   const TemporaryFolder folder;
   const Outcome outcome = RunApart([&] {
     setenv("OPENCV_TEMP_PATH", "/nonexistent", 1);
-    VemImage image = ImageOf(Texture(9, 13, CV_8UC3));
-    const bool saved =
-        image.SaveImage((folder / "a.hdr").c_str()) && image.SaveImage((folder / "a.ras").c_str());
-    return saved ? 0 : 1;
+    VemImage image = ImageOf(Texture(40, 48, CV_8UC3));
+    int unsaved = 0;
+    for (const char* name : {"a.hdr", "a.jp2", "a.jpg", "a.png", "a.ras", "a.tif"}) {
+      if (!image.SaveImage((folder / name).c_str())) ++unsaved;
+    }
+    return unsaved;
   });
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.output, "");
-  EXPECT_EQ(folder.Names(), (std::vector<std::string>{"a.hdr", "a.ras"}));
+  EXPECT_EQ(folder.Names(),
+            (std::vector<std::string>{"a.hdr", "a.jp2", "a.jpg", "a.png", "a.ras", "a.tif"}));
 }
 
 // A folder with all kinds of places that nobody but root may write to, or nobody at all.
