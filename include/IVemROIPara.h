@@ -7,27 +7,12 @@
 #include "VemExport.h"
 #include "VemPoint.h"
 #include "VemPointArray.h"
+#include "VemROIType.h"
 #include "VemTuple.h"
 
 namespace cv {
 class Mat;
 }  // namespace cv
-
-/// The shape of a region of interest.
-enum VemROIType : int {
-  VemROIRect1 = 0,      ///< axis-parallel rectangle by two corners
-  VemROICircle = 1,     ///< filled circle
-  VemROITorus = 2,      ///< ring or ring sector
-  VemROINone = 3,       ///< no shape
-  VemROIPolygon = 4,    ///< filled polygon
-  VemROIIrregular = 5,  ///< closed chain of listed pixels
-  VemROIRect2 = 6,      ///< rotated rectangle
-  VemROILine = 7,       ///< line segment
-  VemROIEllipse = 8,    ///< rotated filled ellipse
-  VemROIArc = 9,        ///< circular arc
-  VemROIPoint = 10,     ///< single point
-  VemROIMask = 11       ///< ready-made run mask
-};
 
 /// A region of interest, told by numbers: the implementation object behind VemROI.
 ///

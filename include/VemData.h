@@ -40,6 +40,7 @@
 #include "VemRLC.h"
 #include "VemROI.h"
 #include "VemROIArray.h"
+#include "VemROIType.h"
 #include "VemRegion.h"
 #include "VemRegionArray.h"
 #include "VemRegionData.h"
