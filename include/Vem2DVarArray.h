@@ -25,7 +25,8 @@ class VEM_EXPORT Vem2DVarArray {
   ~Vem2DVarArray();
 
   void Append(VemVarArray& value);  ///< Adds a copy at the end.
-  /// Makes room for both lengths and adds copies of all elements; itself: it doubles.
+  /// Adds copies of all elements; itself: it doubles. Room is made once for both lengths, and at
+  /// least twice as much as there was, so that many short appends stay linear in time.
   void Append(Vem2DVarArray& values);
   /// Inserts a copy before the row at `index`. Length() is out of range: nothing is ever added at
   /// the end, nor to an empty array.

@@ -27,7 +27,8 @@ class VEM_EXPORT VemQRCodeArray {
   ~VemQRCodeArray();
 
   void Append(VemQRCode& value);  ///< Adds a copy at the end.
-  /// Makes room for both lengths and adds copies of all elements; itself: it doubles.
+  /// Adds copies of all elements; itself: it doubles. Room is made once for both lengths, and at
+  /// least twice as much as there was, so that many short appends stay linear in time.
   void Append(VemQRCodeArray& values);
   /// Inserts a copy before the record at `index`. Length() is out of range: nothing is ever added
   /// at the end, nor to an empty array.
