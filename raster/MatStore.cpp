@@ -43,15 +43,13 @@ void Insert(Store& store, int index, const cv::Mat& element) {
 
 void Remove(Store& store, int index) {
   if (!typed_array::InRange(store, index)) return;
-  const std::unique_ptr<const cv::Mat> removed(store[static_cast<std::size_t>(index)]);
+  const std::unique_ptr<const cv::Mat> removed(typed_array::At(store, index));
   store.erase(store.begin() + index);
 }
 
 // What the entry pointed to is not deleted: this is meant.
 void Replace(Store& store, int index, const cv::Mat& element) {
-  if (typed_array::InRange(store, index)) {
-    store[static_cast<std::size_t>(index)] = Clone(element).release();
-  }
+  if (typed_array::InRange(store, index)) typed_array::At(store, index) = Clone(element).release();
 }
 
 void Assign(Store& store, const Store& source) {
@@ -67,7 +65,7 @@ void Clear(Store& store) {
 void Select(const Store& store, int index, cv::Mat*& out) {
   if (!typed_array::InRange(store, index)) return;
   if (out == nullptr) out = new cv::Mat;
-  *out = store[static_cast<std::size_t>(index)]->clone();
+  *out = typed_array::At(store, index)->clone();
 }
 
 }  // namespace mat_store

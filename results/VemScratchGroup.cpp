@@ -29,12 +29,7 @@ static_assert(std::is_trivial<VemScratchPrecessing>::value, "moved as memory");
 
 namespace {
 
-// Positions are not tested.
-template <typename T>
-T& At(std::vector<T>& elements, int position) {
-  return elements[static_cast<std::size_t>(position)];
-}
-
+// No position is tested.
 template <typename T>
 void InsertAt(std::vector<T>& elements, int position, const T& element) {
   elements.insert(elements.begin() + position, element);
@@ -83,9 +78,11 @@ void VemScratchGroup::Sort() { std::sort(Features->begin(), Features->end(), Sel
 
 int VemScratchGroup::GetFeatureNum() const { return typed_array::Length(*Features); }
 
-VemScratchFeature& VemScratchGroup::operator[](int position) { return At(*Features, position); }
+VemScratchFeature& VemScratchGroup::operator[](int position) {
+  return typed_array::At(*Features, position);
+}
 const VemScratchFeature& VemScratchGroup::operator[](int position) const {
-  return At(*Features, position);
+  return typed_array::At(*Features, position);
 }
 
 VemScratchLayer::VemScratchLayer() : VemScratchLayer(VemScratchPrecessing{0, 9.0f, 0, 255, 0, 0}) {}
@@ -118,10 +115,10 @@ int VemScratchLayer::GetGroupNum() const { return typed_array::Length(*Groups); 
 
 VemScratchGroup& VemScratchLayer::operator[](int position) {
   if (Groups->empty()) return typed_array::InvalidReference<VemScratchGroup>();
-  return At(*Groups, std::clamp(position, 0, GetGroupNum() - 1));
+  return typed_array::At(*Groups, std::clamp(position, 0, GetGroupNum() - 1));
 }
 const VemScratchGroup& VemScratchLayer::operator[](int position) const {
-  return At(*Groups, position);
+  return typed_array::At(*Groups, position);
 }
 
 VemScratchLayerArray::VemScratchLayerArray() : layers_(new std::vector<VemScratchLayer>) {
@@ -146,7 +143,9 @@ void VemScratchLayerArray::Clear() { layers_->clear(); }
 
 int VemScratchLayerArray::GetLayerNum() const { return typed_array::Length(*layers_); }
 
-VemScratchLayer& VemScratchLayerArray::operator[](int position) { return At(*layers_, position); }
+VemScratchLayer& VemScratchLayerArray::operator[](int position) {
+  return typed_array::At(*layers_, position);
+}
 const VemScratchLayer& VemScratchLayerArray::operator[](int position) const {
-  return At(*layers_, position);
+  return typed_array::At(*layers_, position);
 }

@@ -15,6 +15,17 @@ bool InRange(const std::vector<T>& elements, int index) {
   return index >= 0 && static_cast<std::size_t>(index) < elements.size();
 }
 
+/// The element at an index that is in range.
+template <typename T>
+T& At(std::vector<T>& elements, int index) {
+  return elements[static_cast<std::size_t>(index)];
+}
+
+template <typename T>
+const T& At(const std::vector<T>& elements, int index) {
+  return elements[static_cast<std::size_t>(index)];
+}
+
 template <typename T>
 int Length(const std::vector<T>& elements) {
   return static_cast<int>(elements.size());
@@ -47,20 +58,20 @@ void Remove(std::vector<T>& elements, int index) {
 
 template <typename T>
 void Replace(std::vector<T>& elements, int index, const T& value) {
-  if (InRange(elements, index)) elements[static_cast<std::size_t>(index)] = value;
+  if (InRange(elements, index)) At(elements, index) = value;
 }
 
 template <typename T>
 void Select(const std::vector<T>& elements, int index, T* out) {
-  if (InRange(elements, index)) *out = elements[static_cast<std::size_t>(index)];
+  if (InRange(elements, index)) *out = At(elements, index);
 }
 
 /// Exchanges through a copy of element i, with no shortcut for an element and itself.
 template <typename T>
 void Swap(std::vector<T>& elements, int i, int j) {
   if (!InRange(elements, i) || !InRange(elements, j)) return;
-  T& first = elements[static_cast<std::size_t>(i)];
-  T& second = elements[static_cast<std::size_t>(j)];
+  T& first = At(elements, i);
+  T& second = At(elements, j);
   const T copy(first);
   first = second;
   second = copy;
@@ -83,14 +94,13 @@ T& InvalidReference() {
 
 template <typename T>
 T& Element(std::vector<T>& elements, int index) {
-  return InRange(elements, index) ? elements[static_cast<std::size_t>(index)]
-                                  : InvalidReference<T>();
+  return InRange(elements, index) ? At(elements, index) : InvalidReference<T>();
 }
 
 /// A copy of the element, or a default element out of range.
 template <typename T>
 T ElementCopy(const std::vector<T>& elements, int index) {
-  return InRange(elements, index) ? elements[static_cast<std::size_t>(index)] : T();
+  return InRange(elements, index) ? At(elements, index) : T();
 }
 
 }  // namespace typed_array
