@@ -77,7 +77,7 @@ bool GetChain(const IVemOverlay& overlay, VemOverlayType type, VemPointArray* po
 
 bool Differ(const VemPoint& p1, const VemPoint& p2) { return p1.x != p2.x || p1.y != p2.y; }
 
-bool InRange(int value, int first, int last) { return value >= first && value <= last; }
+bool IsBetween(int value, int first, int last) { return value >= first && value <= last; }
 
 VemOverlayType TypeOf(VemROIType type) {
   switch (type) {
@@ -175,13 +175,13 @@ bool IVemOverlay::GetRect1(VemPoint* p1, VemPoint* p2) const {
 
 // The reader takes corners in whichever order.
 void IVemOverlay::SetRect1(const VemPoint& p1, const VemPoint& p2, int mode, int count) {
-  Set(*this, VemOverlayRakeRect1, p2.x > p1.x && p2.y > p1.y && InRange(mode, 0, 3) && count >= 2,
+  Set(*this, VemOverlayRakeRect1, p2.x > p1.x && p2.y > p1.y && IsBetween(mode, 0, 3) && count >= 2,
       {p1.y, p1.x, p2.y, p2.x, mode, count});
 }
 bool IVemOverlay::GetRect1(VemPoint* p1, VemPoint* p2, int* mode, int* count) const {
   return Get(*this, VemOverlayRakeRect1,
              {F(&p1->y), F(&p1->x), F(&p2->y), F(&p2->x), Whole(mode), Whole(count)}) &&
-         p1->x != p2->x && p1->y != p2->y && *count >= 2 && InRange(*mode, 0, 3);
+         p1->x != p2->x && p1->y != p2->y && *count >= 2 && IsBetween(*mode, 0, 3);
 }
 
 void IVemOverlay::SetCircle(const VemPoint& center, double radius) {
@@ -230,7 +230,7 @@ bool IVemOverlay::GetRect2(VemPoint* center, double* length1, double* length2,
 // The reader takes one mode more than the setter.
 void IVemOverlay::SetRect2(const VemPoint& center, double length1, double length2, double angle,
                            int mode, int count) {
-  Set(*this, VemOverlayRakeRect2, length1 > 0 && length2 > 0 && InRange(mode, 0, 3) && count >= 2,
+  Set(*this, VemOverlayRakeRect2, length1 > 0 && length2 > 0 && IsBetween(mode, 0, 3) && count >= 2,
       {center.y, center.x, length1, length2, angle, mode, count});
 }
 bool IVemOverlay::GetRect2(VemPoint* center, double* length1, double* length2, double* angle,
@@ -238,7 +238,7 @@ bool IVemOverlay::GetRect2(VemPoint* center, double* length1, double* length2, d
   return Get(*this, VemOverlayRakeRect2,
              {F(&center->y), F(&center->x), F(length1), F(length2), F(angle), Whole(mode),
               Whole(count)}) &&
-         *length1 > 0 && *length2 > 0 && *count >= 2 && InRange(*mode, 0, 4);
+         *length1 > 0 && *length2 > 0 && *count >= 2 && IsBetween(*mode, 0, 4);
 }
 
 // The reader refuses a sweep of 0 that the setter takes.
@@ -261,7 +261,7 @@ void IVemOverlay::SetTorus(const VemPoint& center, double innerRadius, double ou
                            double startAngle, double sweepAngle, int mode, int count) {
   Set(*this, VemOverlaySpokeTorus,
       innerRadius > 0 && outerRadius > 0 && outerRadius > innerRadius && sweepAngle >= 0 &&
-          InRange(mode, 4, 5) && count >= 2,
+          IsBetween(mode, 4, 5) && count >= 2,
       {center.y, center.x, innerRadius, outerRadius, startAngle, sweepAngle, mode, count});
 }
 bool IVemOverlay::GetTorus(VemPoint* center, double* innerRadius, double* outerRadius,
@@ -270,7 +270,7 @@ bool IVemOverlay::GetTorus(VemPoint* center, double* innerRadius, double* outerR
              {F(&center->y), F(&center->x), D(innerRadius), D(outerRadius), D(startAngle),
               D(sweepAngle), Whole(mode), Whole(count)}) &&
          *outerRadius >= *innerRadius && *innerRadius >= 0 && *sweepAngle > 0 && *count >= 2 &&
-         InRange(*mode, 4, 5);
+         IsBetween(*mode, 4, 5);
 }
 
 // Stored x first, unlike a region of interest's arc. The reader refuses a sweep of 0 that the
