@@ -1,3 +1,5 @@
+#include "VemImage.h"
+
 #include <algorithm>
 #include <cctype>
 #include <opencv2/core.hpp>
@@ -5,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "VemImage.h"
 #include "VemWideFiles.h"
 #include "platform/ImageFiles.h"
 
