@@ -2,7 +2,7 @@
 
 #include <opencv2/core.hpp>
 
-#include "raster/SharedPixels.h"
+#include "raster/MatCopy.h"
 
 VemFeatureDescriptor::VemFeatureDescriptor() : mat(new cv::Mat) {}
 

@@ -3,7 +3,7 @@
 #include <opencv2/core.hpp>
 
 #include "platform/CloneBuffer.h"
-#include "raster/SharedPixels.h"
+#include "raster/MatCopy.h"
 #include "values/Processor.h"
 
 namespace {

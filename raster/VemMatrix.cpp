@@ -6,7 +6,7 @@
 
 #include "platform/CloneBuffer.h"
 #include "platform/MatSize.h"
-#include "raster/SharedPixels.h"
+#include "raster/MatCopy.h"
 
 namespace {
 

@@ -1,10 +1,13 @@
-#ifndef RASTER_SHARED_PIXELS_H_
-#define RASTER_SHARED_PIXELS_H_
+#ifndef RASTER_MAT_COPY_H_
+#define RASTER_MAT_COPY_H_
 
 #include <opencv2/core.hpp>
 
 // How a handle on a `cv::Mat` copies it. Whatever OpenCV raises on the way is swallowed, and the
 // target is left empty.
+//
+// Every constructor gives its handle a `cv::Mat`. Some operations of images, matrices, descriptors
+// and their arrays test for a missing one all the same, and their neighbours do not: this is meant.
 
 inline void ShareOrEmpty(const cv::Mat& source, cv::Mat& target) {
   try {
@@ -23,4 +26,4 @@ inline void CloneOrEmpty(const cv::Mat& source, cv::Mat& target) {
   }
 }
 
-#endif  // RASTER_SHARED_PIXELS_H_
+#endif  // RASTER_MAT_COPY_H_
