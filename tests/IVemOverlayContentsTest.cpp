@@ -85,6 +85,21 @@ TEST(IVemOverlayContents, TextThatIsNoTextStaysUnread) {
   EXPECT_TRUE(Same(font.Name, 8));
 }
 
+// A flag is the low byte of the number as a 64-bit integer: as one of 32 bits these would be the
+// smallest, whose low byte is 0.
+TEST(IVemOverlayContents, FlagsOfATextAreReadFrom64Bits) {
+  IVemOverlay overlay;
+  overlay.Type = VemOverlayText;
+  overlay.Params = ArrayOf({2, 1, "text", 9, 1, 3000000001.0, -3000000002.0, 8589934595.0, "Mono"});
+  VemPoint place;
+  VemVarArray text;
+  VemFont font;
+  EXPECT_TRUE(overlay.GetText(&place, &text, &font));
+  EXPECT_EQ(font.Flag1, 1);    // 3000000001 is 11718750 times 256, and 1.
+  EXPECT_EQ(font.Flag2, 254);  // And -3000000002 is 2 short of a multiple.
+  EXPECT_EQ(font.Flag3, 3);
+}
+
 TEST(IVemOverlayContents, TextOfAnotherKindOrWithoutValuesIsNotRead) {
   IVemOverlay circle = FullOverlay();
   IVemOverlay empty;

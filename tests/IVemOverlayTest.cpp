@@ -228,6 +228,30 @@ TEST(IVemOverlay, CoordinatesOfACircleAreNotRounded) {
   EXPECT_EQ(KindOf(VemOverlayCircle).get(overlay), (Reading{true, {16777217.0, 0, 1}}));
 }
 
+// A stored integer becomes a float at once: through a double its last bit would be lost, and the
+// tie would go down to 2 to the power 60.
+TEST(IVemOverlay, StoredIntegersAreRoundedOnce) {
+  constexpr long kStored = (1L << 60) + (1L << 36) + 1;
+  constexpr double kRounded = 1152921642045800448.0;
+  IVemOverlay overlay;
+  overlay.Type = VemOverlayLine;
+  for (const long value : {kStored, 0L, 0L, kStored}) overlay.Params.Append(value);
+  EXPECT_EQ(KindOf(VemOverlayLine).get(overlay), (Reading{true, {0, kRounded, kRounded, 0}}));
+  overlay.Type = VemOverlayPolygon;
+  for (const long value : {1L, kStored}) overlay.Params.Append(value);
+  VemPointArray points;
+  EXPECT_TRUE(overlay.GetPolygon(&points));
+  ASSERT_EQ(points.Length(), 3);
+  EXPECT_EQ(points[0].y, kRounded);
+  EXPECT_EQ(points[1].x, kRounded);
+  EXPECT_EQ(points[2].x, kRounded);
+  overlay.Type = VemOverlayImage;
+  VemPoint place;
+  VemImage image;
+  EXPECT_TRUE(overlay.GetImage(&place, &image));
+  EXPECT_EQ(place.x, kRounded);
+}
+
 // --- Pen, brush, reset ---
 
 struct PenCase {
@@ -274,12 +298,16 @@ TEST(IVemOverlay, PenAndBrushKeepTheLow32Bits) {
   }
 }
 
+// The pixels go; their type stays.
 TEST(IVemOverlay, ResetKeepsCanvasPenAndBrush) {
   IVemOverlay overlay = FullOverlay();
+  overlay.Image = cv::Mat(2, 3, CV_16UC3);
+  const int type = overlay.Image.type();
   overlay.Reset();
   EXPECT_EQ(overlay.OverlayType(), 20);
   EXPECT_EQ(overlay.Params.Length(), 0);
   EXPECT_TRUE(overlay.Image.empty());
+  EXPECT_EQ(overlay.Image.type(), type);
   EXPECT_EQ(overlay.Rows.Length(), 0);
   EXPECT_EQ(overlay.FirstColumns.Length(), 0);
   EXPECT_EQ(overlay.LastColumns.Length(), 0);

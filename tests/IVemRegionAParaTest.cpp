@@ -12,6 +12,9 @@
 
 namespace {
 
+using Contours = std::vector<std::vector<cv::Point>>;
+using Hierarchy = std::vector<cv::Vec4i>;
+
 using Runs = std::vector<::Run>;
 
 static_assert(std::is_standard_layout<IVemRegionArrayPara>::value, "a plain class");
@@ -471,6 +474,45 @@ TEST(IVemRegionArrayPara, RemoveAndSwapAskTheRowsForTheRunTrack) {
   EXPECT_EQ(para.Heights, (Integers{1, 5}));
   EXPECT_EQ(para.Contours.size(), 1u);
   EXPECT_EQ(para.Hierarchies.size(), 1u);
+}
+
+// Whoever writes the fields may leave the lists of a track uneven: one of each tells its length,
+// and not the same one for both operations.
+TEST(IVemRegionArrayPara, RemoveAsksTheHierarchiesAndSwapTheContoursForTheContourTrack) {
+  IVemRegionArrayPara oneHierarchy;
+  oneHierarchy.Contours = {kSquare.contours, kRing.contours};
+  oneHierarchy.Hierarchies = {kSquare.hierarchy};
+  oneHierarchy.Remove(1);
+  EXPECT_EQ(oneHierarchy.Contours, (std::vector<Contours>{kSquare.contours, kRing.contours}));
+  oneHierarchy.Swap(0, 1);
+  EXPECT_EQ(oneHierarchy.Contours, (std::vector<Contours>{kRing.contours, kSquare.contours}));
+
+  IVemRegionArrayPara oneList;
+  oneList.Contours = {kSquare.contours};
+  oneList.Hierarchies = {kSquare.hierarchy, kRing.hierarchy};
+  oneList.Swap(0, 1);
+  EXPECT_EQ(oneList.Hierarchies, (std::vector<Hierarchy>{kSquare.hierarchy, kRing.hierarchy}));
+  oneList.Remove(1);
+  EXPECT_EQ(oneList.Hierarchies, std::vector<Hierarchy>{kSquare.hierarchy});
+}
+
+TEST(IVemRegionArrayPara, RemoveAndSwapAskNoOtherListOfTheRunTrack) {
+  IVemRegionArrayPara para;
+  para.Widths = para.Heights = {1, 2};
+  para.FirstColumns = para.LastColumns = {{3}, {4}};
+  para.Rows = {{5}};
+  para.Swap(0, 1);
+  para.Remove(1);
+  EXPECT_EQ(para.Widths, (Integers{1, 2}));
+  EXPECT_EQ(para.FirstColumns, (std::vector<Integers>{{3}, {4}}));
+  para.Widths = {1};
+  para.Rows = {{5}, {6}};
+  para.Swap(0, 1);
+  EXPECT_EQ(para.Rows, (std::vector<Integers>{{6}, {5}}));
+  EXPECT_EQ(para.Heights, (Integers{2, 1}));
+  para.Remove(1);
+  EXPECT_EQ(para.Rows, std::vector<Integers>{{6}});
+  EXPECT_EQ(para.Heights, Integers{2});
 }
 
 // --- Copies ---

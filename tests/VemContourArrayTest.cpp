@@ -19,6 +19,12 @@ struct PrivateVemContourArray {
 };
 template struct PrivateAccess<PrivateVemContourArray, &VemContourArray::store_>;
 
+struct PrivateVemContourArrayElement {
+  using Type = std::vector<cv::Point2d>* VemContour::*;
+  friend Type PrivateOf(PrivateVemContourArrayElement);
+};
+template struct PrivateAccess<PrivateVemContourArrayElement, &VemContour::store_>;
+
 namespace {
 
 static_assert(sizeof(VemContourArray) == sizeof(void*), "a handle is one pointer");
@@ -191,6 +197,18 @@ TEST(VemContourArray, SelectAssignsAnElementInRange) {
   EXPECT_EQ(PointsOf(out), kC);
   contours.Select(1, &out);
   EXPECT_EQ(out.Length(), 0);
+}
+
+TEST(VemContourArray, SelectAssignsToTheStoreThatThereIs) {
+  const VemContourArray contours = ContoursOf({kA, {}});
+  VemContour out = ContourOf(kX);
+  const std::vector<cv::Point2d>* const store = out.*PrivateOf(PrivateVemContourArrayElement());
+  const cv::Point2d* const points = store->data();
+  for (const int index : {0, 1}) {
+    contours.Select(index, &out);
+    EXPECT_EQ(out.*PrivateOf(PrivateVemContourArrayElement()), store) << index;
+    EXPECT_EQ(store->data(), points) << index;
+  }
 }
 
 TEST(VemContourArray, IndexGivesACopy) {

@@ -20,6 +20,12 @@ struct PrivateVemContour {
 };
 template struct PrivateAccess<PrivateVemContour, &VemContour::store_>;
 
+struct PrivateVemContourPoints {
+  using Type = std::vector<VemPoint>* VemPointArray::*;
+  friend Type PrivateOf(PrivateVemContourPoints);
+};
+template struct PrivateAccess<PrivateVemContourPoints, &VemPointArray::store_>;
+
 namespace {
 
 static_assert(sizeof(VemContour) == sizeof(void*), "a handle is one pointer");
@@ -88,6 +94,22 @@ TEST(VemContour, ToPointArrayLeavesOnlyTheContoursPoints) {
   VemContour none;
   none.ToPointArray(&out);
   EXPECT_EQ(out.Length(), 0);
+}
+
+// The array's own storage is given back first, and grows again point by point.
+TEST(VemContour, ToPointArrayKeepsNoStorage) {
+  VemContour contour = ContourOf(kTriangle);
+  VemPointArray out;
+  for (int i = 0; i < 100; ++i) {
+    VemPoint point(i, i);
+    out.Append(point);
+  }
+  contour.ToPointArray(&out);
+  EXPECT_EQ(PointsIn(out), kTriangle);
+  EXPECT_EQ((out.*PrivateOf(PrivateVemContourPoints()))->capacity(), 4u);
+  VemContour none;
+  none.ToPointArray(&out);
+  EXPECT_EQ((out.*PrivateOf(PrivateVemContourPoints()))->capacity(), 0u);
 }
 
 TEST(VemContour, PointsAreCopiedInAndOut) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <new>
 #include <vector>
 
 #include "support/ArrayContract.h"
@@ -43,6 +44,19 @@ struct Traits {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(VemFeaturePointArray, ArrayContract, Traits);
 INSTANTIATE_TYPED_TEST_SUITE_P(VemFeaturePointArray, ConstAccessContract, Traits);
+
+// A default point leaves the memory as it was, and so does reading where there is no point.
+TEST(VemFeaturePointArray, ConstAccessOutOfRangeWritesNothing) {
+  const auto array = ArrayOf<Traits>(UpTo(3));
+  for (const int index : {-1, 3, 4}) {
+    alignas(VemFeaturePoint) unsigned char memory[sizeof(VemFeaturePoint)];
+    std::memset(memory, 0x40, sizeof(memory));
+    const auto* point = new (memory) VemFeaturePoint(array[index]);
+    unsigned char bytes[sizeof(VemFeaturePoint)];
+    std::memcpy(bytes, point, sizeof(bytes));
+    for (const unsigned char byte : bytes) EXPECT_EQ(byte, 0x40) << index;
+  }
+}
 
 TEST(VemFeaturePointArray, SwapOfAnElementWithItselfChangesNothing) {
   auto array = ArrayOf<Traits>(UpTo(3));

@@ -159,6 +159,19 @@ TEST(VemLine, WithoutLengthTheAnglesAreHarmless) {
   EXPECT_FALSE(std::isnan(line.HorizonalAngle()));
 }
 
+// The squares round to multiples of the smallest number, and the line's length comes out shorter
+// than the line. The ratio is taken as it is.
+TEST(VemLine, LinesShorterThanTheyAreHaveNoAngle) {
+  constexpr double kShort = 3.3e-162;
+  VemLine down(0, 0, 0, kShort);
+  EXPECT_LT(down.Length(), kShort);
+  EXPECT_GT(down.Length(), 0.0);
+  EXPECT_TRUE(std::isnan(down.VerticalAngle()));
+  EXPECT_TRUE(std::isnan(VemLine(0, kShort, 0, 0).VerticalAngle()));
+  EXPECT_TRUE(std::isnan(VemLine(0, 0, kShort, 0).HorizonalAngle()));
+  EXPECT_TRUE(std::isnan(VemLine(kShort, 0, 0, 0).HorizonalAngle()));
+}
+
 TEST(VemLine, NotANumberPassesThrough) {
   VemLine line(kNaN, 0, 1, 1);
   EXPECT_TRUE(std::isnan(line.Length()));

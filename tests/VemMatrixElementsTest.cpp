@@ -71,6 +71,8 @@ const StoreCase kStoreCases[] = {
     {VemMatrixType32S, 2147483648.0, INT_MIN},
     {VemMatrixType32S, kNaN, INT_MIN},
     {VemMatrixType32F, 16777217L, 16777216.0},
+    // Rounded once: through a double the last bit is lost, and the tie goes down.
+    {VemMatrixType32F, (1L << 60) + (1L << 36) + 1, 1152921642045800448.0},
     {VemMatrixType32F, 0.1, static_cast<double>(0.1f)},
     {VemMatrixType32F, -3, -3.0},
     {VemMatrixType32F, 1e300, kInfinity},

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <new>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -224,6 +225,21 @@ TEST(VemMorphStructure, CopiesOfOtherKindsHaveNoTable) {
   EXPECT_EQ(InfoOf(target).values, nullptr);
 }
 
+// Rows and columns both count: 15 bytes are three values and three quarters of a fourth.
+TEST(VemMorphStructure, TheQuarterIsTheProductOfRowsAndColumns) {
+  const Table values = Values(15);
+  for (const auto& size : {std::make_pair(3, 5), std::make_pair(5, 3), std::make_pair(1, 15)}) {
+    SCOPED_TRACE(testing::PrintToString(size));
+    const Structure source = Custom(size.first, size.second);
+    Structure copy(source);
+    Structure target = Custom(5, 5);
+    target = source;
+    for (Structure* other : {&copy, &target}) {
+      EXPECT_EQ(std::memcmp(InfoOf(*other).values, values.data(), 15), 0);
+    }
+  }
+}
+
 TEST(VemMorphStructure, CustomCopiesHoldTheFirstQuarter) {
   Table values = Values(4);
   Structure source;
@@ -250,10 +266,11 @@ class FilledMemory {
 };
 
 TEST(VemMorphStructure, CustomCopiesHoldNoMoreThanTheFirstQuarter) {
-  constexpr int kSide = 100;
-  constexpr std::size_t kQuarter = kSide * kSide;  // In bytes.
-  const Table values = Values(kSide * kSide);
-  Structure source = Custom(kSide, kSide);
+  constexpr int kRows = 61;
+  constexpr int kCols = 99;
+  constexpr std::size_t kQuarter = kRows * kCols;  // In bytes, and no multiple of four.
+  const Table values = Values(kRows * kCols);
+  Structure source = Custom(kRows, kCols);
   const FilledMemory filled;
   Structure copy(source);
   Structure target;
@@ -265,6 +282,10 @@ TEST(VemMorphStructure, CustomCopiesHoldNoMoreThanTheFirstQuarter) {
     for (std::size_t i = kQuarter / sizeof(int); i < values.size(); ++i) {
       if (table[i] == values[i]) ++taken;
     }
+    const auto byteAt = [](const int* list, std::size_t at) {
+      return reinterpret_cast<const unsigned char*>(list)[at];
+    };
+    if (byteAt(table, kQuarter) == byteAt(values.data(), kQuarter)) ++taken;
     EXPECT_EQ(taken, 0);
   }
 }

@@ -395,13 +395,27 @@ TEST(VemRLC, RastersWithoutForegroundLeaveListsEmpty) {
 
 TEST(VemRLC, FindContoursAndConvertReplaceWhatListsHeld) {
   cv::Mat raster = Raster("#.#\n");
+  cv::Mat blank = Raster("...\n");
   Found found = Find(Raster("#.#\n#.#\n###\n"));
-  VemRLC::FindContours(raster, 1, &found.points, &found.pointStarts, &found.hierarchy, nullptr,
-                       &found.runs, &found.runStarts, true, -1, -1, 1, false);
-  VemRLC::Convert(found.points, found.pointStarts, found.contours);
+  const auto find = [&](cv::Mat& source) {
+    VemRLC::FindContours(source, 1, &found.points, &found.pointStarts, &found.hierarchy, nullptr,
+                         &found.runs, &found.runStarts, true, -1, -1, 1, false);
+    VemRLC::Convert(found.points, found.pointStarts, found.contours);
+  };
+  find(raster);
+  EXPECT_EQ(found.points, (Contour{{0, 0}, {2, 0}}));
+  EXPECT_EQ(found.pointStarts, (std::vector<int>{0, 1, 2}));
+  EXPECT_EQ(found.hierarchy, (std::vector<cv::Vec4i>{{1, -1, -1, -1}, {-1, 0, -1, -1}}));
   EXPECT_EQ(found.runs, (std::vector<::Run>{{0, 0, 0}, {0, 2, 2}}));
   EXPECT_EQ(found.contours, (std::vector<Contour>{{{0, 0}}, {{2, 0}}}));
   EXPECT_EQ(found.runStarts, (std::vector<int>{0, 1, 2}));
+  find(blank);
+  EXPECT_TRUE(found.points.empty());
+  EXPECT_TRUE(found.pointStarts.empty());
+  EXPECT_TRUE(found.hierarchy.empty());
+  EXPECT_TRUE(found.runs.empty());
+  EXPECT_TRUE(found.runStarts.empty());
+  EXPECT_TRUE(found.contours.empty());
 }
 
 template <typename T>

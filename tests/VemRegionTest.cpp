@@ -14,6 +14,13 @@
 
 #include "support/Regions.h"
 
+// Other code reaches the fields by their places.
+static_assert(offsetof(VemRegionData, Width) == 0 && offsetof(VemRegionData, Height) == 4 &&
+              offsetof(VemRegionData, Rows) == 8 && offsetof(VemRegionData, FirstColumns) == 16 &&
+              offsetof(VemRegionData, LastColumns) == 24 &&
+              offsetof(VemRegionData, Hierarchy) == 32 && offsetof(VemRegionData, Contours) == 56 &&
+              sizeof(VemRegionData) == 80);
+
 namespace {
 
 using Runs = std::vector<::Run>;

@@ -471,6 +471,16 @@ TEST(VemScratchLayer, PositionsAreClampedWhereGroupsMayChange) {
   for (const int position : {-1, 0, 1}) EXPECT_EQ(&one[position], StoreOf(one)->data());
 }
 
+// Nothing is read there: the place alone is told.
+TEST(VemScratchLayer, PositionsAreNotClampedWhereGroupsMayNotChange) {
+  Layer layer = ContainerOf<LayerLevel>({1, 2, 3});
+  StoreOf(layer)->reserve(8);
+  const Layer& constant = layer;
+  for (const int position : {0, 2, 3, 6}) {
+    EXPECT_EQ(&constant[position], StoreOf(layer)->data() + position) << position;
+  }
+}
+
 TEST(VemScratchLayer, WithoutGroupsAReferenceFaultsWhenTouched) {
   Layer layer;
   for (const int position : {-1, 0, 1}) {
@@ -489,6 +499,26 @@ TEST(VemScratchLayer, RemoveAssignsGroupsDown) {
   layer.Remove(0);
   EXPECT_EQ(&layer[0], first);
   EXPECT_TRUE(Holds<LayerLevel>(layer, {2, 3}));
+}
+
+// The elements go and others come, in the storage that there is.
+template <typename Level>
+void ExpectAssignmentToKeepTheStorage() {
+  auto target = ContainerOf<Level>({1, 2, 3, 4, 5, 6, 7});
+  const auto* const storage = StoreOf(target)->data();
+  const std::size_t capacity = StoreOf(target)->capacity();
+  for (const Numbers& numbers : {Numbers{8, 9, 10}, Numbers{}, Numbers{9, 8, 7, 6, 5, 4}}) {
+    const auto source = ContainerOf<Level>(numbers);
+    target = source;
+    EXPECT_TRUE(Holds<Level>(target, numbers));
+    EXPECT_EQ(StoreOf(target)->data(), storage);
+    EXPECT_EQ(StoreOf(target)->capacity(), capacity);
+  }
+}
+
+TEST(VemScratchLayer, AssignmentKeepsTheStorage) { ExpectAssignmentToKeepTheStorage<LayerLevel>(); }
+TEST(VemScratchLayerArray, AssignmentKeepsTheStorage) {
+  ExpectAssignmentToKeepTheStorage<ArrayLevel>();
 }
 
 TEST(VemScratchLayerArray, CopiesAreDeepOnEveryLevel) {

@@ -1,0 +1,38 @@
+#include "support/HeapCounter.h"
+
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+thread_local long taken = 0;
+thread_local long given = 0;
+
+}  // namespace
+
+HeapCounter::HeapCounter() : taken_(taken), given_(given) {}
+
+long HeapCounter::Taken() const { return taken - taken_; }
+long HeapCounter::Kept() const { return Taken() - (given - given_); }
+
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+
+void* operator new(std::size_t size) {
+  void* const block = std::malloc(size == 0 ? 1 : size);
+  if (block == nullptr) throw std::bad_alloc();
+  ++taken;
+  return block;
+}
+
+void operator delete(void* block) noexcept {
+  if (block != nullptr) ++given;
+  std::free(block);
+}
+
+void* operator new[](std::size_t size) { return operator new(size); }
+void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
+void operator delete[](void* block) noexcept { operator delete(block); }
+void operator delete[](void* block, std::size_t) noexcept { operator delete(block); }
+
+#endif
