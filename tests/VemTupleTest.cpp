@@ -11,7 +11,6 @@
 #include <new>
 #include <random>
 #include <string>
-#include <thread>
 #include <type_traits>
 #include <utility>
 #include <variant>
@@ -620,26 +619,6 @@ TEST(VemTuple, ArraysCompareByLengthAndPosition) {
   CheckComparison(notANumber, notANumber, false);
   const VemVarArray mixed = Of(Mixed());
   CheckComparison(mixed, mixed, true);
-}
-
-TEST(VemTuple, ReadersMayRunTogether) {
-  const VemVarArray array = Of(Mixed());
-  std::vector<int> failures(4, 0);
-  std::vector<std::thread> threads;
-  for (int& failed : failures) {
-    threads.emplace_back([&array, &failed] {
-      for (int i = 0; i < 200; ++i) {
-        VemVar text;
-        array.Select(1, &text);
-        const bool right = array.Length() == 7 && array == array &&
-                           (array + array).Length() == 14 && Same(text, "three") &&
-                           Same(array[1], text);
-        if (!right) ++failed;
-      }
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(failures, std::vector<int>(4, 0));
 }
 
 // Random operations beside a list of plain values

@@ -20,7 +20,6 @@
 #include <new>
 #include <optional>
 #include <string>
-#include <thread>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -421,25 +420,6 @@ TEST(VemVar, TextReaderGivesTheBlockItself) {
   EXPECT_EQ(value.S(), value.S());
   EXPECT_EQ(reinterpret_cast<std::uintptr_t>(value.S()), Payload(value));
   EXPECT_EQ(static_cast<const char*>(value), value.S());
-}
-
-TEST(VemVar, ReadersMayRunTogether) {
-  const VemVar number(3.75);
-  const VemVar text("shared");
-  std::vector<int> failures(4, 0);
-  std::vector<std::thread> threads;
-  for (int& failed : failures) {
-    threads.emplace_back([&number, &text, &failed] {
-      for (int i = 0; i < 1000; ++i) {
-        const VemVar copy(text);
-        const bool right = number.I() == 3 && number.L() == 3 && number.D() == 3.75 &&
-                           copy == text && (number + number).D() == 7.5;
-        if (!right) ++failed;
-      }
-    });
-  }
-  for (std::thread& thread : threads) thread.join();
-  EXPECT_EQ(failures, std::vector<int>(4, 0));
 }
 
 // Copying
