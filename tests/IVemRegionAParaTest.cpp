@@ -12,9 +12,6 @@
 
 namespace {
 
-using Contours = std::vector<std::vector<cv::Point>>;
-using Hierarchy = std::vector<cv::Vec4i>;
-
 using Runs = std::vector<::Run>;
 
 static_assert(std::is_standard_layout<IVemRegionArrayPara>::value, "a plain class");

@@ -18,8 +18,7 @@ template struct PrivateAccess<PrivateVem1DCodeArrayStore, &Vem1DCodeArray::store
 
 namespace {
 
-struct Traits : RecordTraits<Vem1DCodeFields> {
-  using Array = Vem1DCodeArray;
+struct Traits : RecordTraits<Vem1DCodeArray, Vem1DCodeFields> {
   static constexpr bool kConstAccessReads = false;
 
   static std::vector<Vem1DCode>* Store(Vem1DCodeArray& array) {
@@ -28,6 +27,7 @@ struct Traits : RecordTraits<Vem1DCodeFields> {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Vem1DCodeArray, ArrayContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(Vem1DCodeArray, ReferenceContract, Traits);
 INSTANTIATE_TYPED_TEST_SUITE_P(Vem1DCodeArray, RecordArrayContract, Traits);
 
 // Makes a list of records look like the middle of a longer one, without owning it.

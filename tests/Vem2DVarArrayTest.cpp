@@ -22,12 +22,8 @@ namespace {
 // Growth copies the rows: an array of values has no way to move.
 static_assert(!std::is_nothrow_move_constructible_v<VemVarArray>);
 
-struct Traits {
-  using Array = Vem2DVarArray;
-  using Element = VemVarArray;
+struct Traits : ArrayTraits<Vem2DVarArray, VemVarArray> {
   static constexpr bool kMakesRoomOnce = true;
-  static constexpr bool kMayAssignToItself = true;
-  static constexpr bool kConstAccessReads = true;
 
   // One to four elements, of every kind.
   static VemVarArray Make(int number) {
@@ -45,6 +41,7 @@ struct Traits {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Vem2DVarArray, ArrayContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(Vem2DVarArray, ReferenceContract, Traits);
 INSTANTIATE_TYPED_TEST_SUITE_P(Vem2DVarArray, ConstAccessContract, Traits);
 
 VemVarArray Row(const std::vector<VemVar>& values) {

@@ -19,13 +19,7 @@ template struct PrivateAccess<PrivateVem3DPointArrayStore, &Vem3DPointArray::sto
 
 namespace {
 
-struct SpacePointTraits {
-  using Array = Vem3DPointArray;
-  using Element = Vem3DPoint;
-  static constexpr bool kMakesRoomOnce = false;
-  static constexpr bool kMayAssignToItself = true;
-  static constexpr bool kConstAccessReads = true;
-
+struct SpacePointTraits : ArrayTraits<Vem3DPointArray, Vem3DPoint> {
   static Vem3DPoint Make(int number) { return Vem3DPoint(number, -0.5 * number, 3.0 * number); }
   static bool IsMade(const Vem3DPoint& point, int number) {
     return point.x == number && point.y == -0.5 * number && point.z == 3.0 * number;
@@ -37,6 +31,7 @@ struct SpacePointTraits {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Vem3DPointArray, ArrayContract, SpacePointTraits);
+INSTANTIATE_TYPED_TEST_SUITE_P(Vem3DPointArray, ReferenceContract, SpacePointTraits);
 INSTANTIATE_TYPED_TEST_SUITE_P(Vem3DPointArray, ConstAccessContract, SpacePointTraits);
 
 TEST(Vem3DPointArray, ElementsAreDoublesInARow) {

@@ -17,9 +17,7 @@ template struct PrivateAccess<PrivateVemDMCodeArrayStore, &VemDMCodeArray::store
 
 namespace {
 
-struct Traits : RecordTraits<VemDMCodeFields> {
-  using Array = VemDMCodeArray;
-
+struct Traits : RecordTraits<VemDMCodeArray, VemDMCodeFields> {
   static bool IsDefault(const VemDMCode& record) {
     return Same(record.SymbolType, VemVar("ECC-200 ")) &&
            Same(record.Polarity, VemVar("BlackOnWhite")) && record.Value.ValType() == VemVarNone &&
@@ -31,6 +29,7 @@ struct Traits : RecordTraits<VemDMCodeFields> {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(VemDMCodeArray, ArrayContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemDMCodeArray, ReferenceContract, Traits);
 INSTANTIATE_TYPED_TEST_SUITE_P(VemDMCodeArray, ConstAccessContract, Traits);
 INSTANTIATE_TYPED_TEST_SUITE_P(VemDMCodeArray, RecordArrayContract, Traits);
 

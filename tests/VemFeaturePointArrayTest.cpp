@@ -18,12 +18,8 @@ template struct PrivateAccess<PrivateVemFeaturePointArrayStore, &VemFeaturePoint
 
 namespace {
 
-struct Traits {
-  using Array = VemFeaturePointArray;
-  using Element = VemFeaturePoint;
+struct Traits : ArrayTraits<VemFeaturePointArray, VemFeaturePoint> {
   static constexpr bool kMakesRoomOnce = true;
-  static constexpr bool kMayAssignToItself = true;
-  static constexpr bool kConstAccessReads = true;
 
   static VemFeaturePoint Make(int number) {
     const float value = static_cast<float>(number);
@@ -35,6 +31,7 @@ struct Traits {
     const VemFeaturePoint expected = Make(number);
     return std::memcmp(&point, &expected, sizeof(point)) == 0;
   }
+  static void Disturb(VemFeaturePoint& point) { point = Make(500); }
   // A default point has no values to look at.
   static bool IsDefault(const VemFeaturePoint&) { return true; }
   static std::vector<VemFeaturePoint>* Store(VemFeaturePointArray& array) {
@@ -43,6 +40,7 @@ struct Traits {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(VemFeaturePointArray, ArrayContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemFeaturePointArray, ReferenceContract, Traits);
 INSTANTIATE_TYPED_TEST_SUITE_P(VemFeaturePointArray, ConstAccessContract, Traits);
 
 // A default point leaves the memory as it was, and so does reading where there is no point.

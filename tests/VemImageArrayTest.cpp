@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <type_traits>
-#include <utility>
+#include <vector>
 
 #include "support/MatArrayContract.h"
 
@@ -23,32 +22,21 @@ template struct PrivateAccess<PrivateVemImageArrayElement, &VemImage::mat>;
 
 namespace {
 
-static_assert(sizeof(VemImageArray) == sizeof(void*), "a handle is one pointer");
-static_assert(!std::is_polymorphic<VemImageArray>::value, "no virtual operations");
-static_assert(std::is_same<decltype(std::declval<VemImageArray&>() = VemImageArray()),
-                           const VemImageArray&>::value,
-              "assignment gives the source");
-static_assert(std::is_same<decltype(std::declval<VemImageArray&>()[0]), VemImage>::value,
-              "elements come out by value alone");
-constexpr void (VemImageArray::*kSelect)(int, VemImage*) const = &VemImageArray::Select;
-constexpr int (VemImageArray::*kLength)() const = &VemImageArray::Length;
-
-struct Handle {
-  using Array = VemImageArray;
-  using Element = VemImage;
-
-  static std::vector<cv::Mat*>*& Store(Array& array) {
+struct Traits : MatArrayTraits<VemImageArray, VemImage, 4> {
+  static std::vector<cv::Mat*>*& Store(VemImageArray& array) {
     return array.*PrivateOf(PrivateVemImageArrayStore());
   }
-  static cv::Mat*& Pointer(Element& element) {
+  static cv::Mat*& Pointer(VemImage& element) {
     return element.*PrivateOf(PrivateVemImageArrayElement());
   }
-
-  static constexpr int kMostChannels = 4;
+  static void Replace(VemImageArray& array, int index, VemImage& element) {
+    ReplaceAndRelease<Traits>(array, index, element);
+  }
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(VemImageArray, CopyArrayContract, MatArrayKind<Handle>);
-INSTANTIATE_TYPED_TEST_SUITE_P(VemImageArray, MatArrayContract, MatArrayKind<Handle>);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemImageArray, ArrayContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemImageArray, ConstAccessContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemImageArray, MatArrayContract, Traits);
 
 TEST(VemImageArray, WritingThroughAnImageLeavesTheArrayAlone) {
   unsigned char pixels[] = {1, 2, 3, 4};

@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <type_traits>
-#include <utility>
+#include <vector>
 
 #include "support/MatArrayContract.h"
 
@@ -23,32 +22,21 @@ template struct PrivateAccess<PrivateVemMatrixArrayElement, &VemMatrix::mat>;
 
 namespace {
 
-static_assert(sizeof(VemMatrixArray) == sizeof(void*), "a handle is one pointer");
-static_assert(!std::is_polymorphic<VemMatrixArray>::value, "no virtual operations");
-static_assert(std::is_same<decltype(std::declval<VemMatrixArray&>() = VemMatrixArray()),
-                           const VemMatrixArray&>::value,
-              "assignment gives the source");
-static_assert(std::is_same<decltype(std::declval<VemMatrixArray&>()[0]), VemMatrix>::value,
-              "elements come out by value alone");
-constexpr void (VemMatrixArray::*kSelect)(int, VemMatrix*) const = &VemMatrixArray::Select;
-constexpr int (VemMatrixArray::*kLength)() const = &VemMatrixArray::Length;
-
-struct Handle {
-  using Array = VemMatrixArray;
-  using Element = VemMatrix;
-
-  static std::vector<cv::Mat*>*& Store(Array& array) {
+struct Traits : MatArrayTraits<VemMatrixArray, VemMatrix, 1> {
+  static std::vector<cv::Mat*>*& Store(VemMatrixArray& array) {
     return array.*PrivateOf(PrivateVemMatrixArrayStore());
   }
-  static cv::Mat*& Pointer(Element& element) {
+  static cv::Mat*& Pointer(VemMatrix& element) {
     return element.*PrivateOf(PrivateVemMatrixArrayElement());
   }
-
-  static constexpr int kMostChannels = 1;
+  static void Replace(VemMatrixArray& array, int index, VemMatrix& element) {
+    ReplaceAndRelease<Traits>(array, index, element);
+  }
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(VemMatrixArray, CopyArrayContract, MatArrayKind<Handle>);
-INSTANTIATE_TYPED_TEST_SUITE_P(VemMatrixArray, MatArrayContract, MatArrayKind<Handle>);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemMatrixArray, ArrayContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemMatrixArray, ConstAccessContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemMatrixArray, MatArrayContract, Traits);
 
 TEST(VemMatrixArray, WritingThroughAMatrixLeavesTheArrayAlone) {
   VemMatrix matrix(2, 2, VemMatrixType32S);

@@ -17,9 +17,7 @@ template struct PrivateAccess<PrivateVemPDF417CodeArrayStore, &VemPDF417CodeArra
 
 namespace {
 
-struct Traits : RecordTraits<VemPDF417CodeFields> {
-  using Array = VemPDF417CodeArray;
-
+struct Traits : RecordTraits<VemPDF417CodeArray, VemPDF417CodeFields> {
   static bool IsDefault(const VemPDF417Code& record) {
     return Same(record.Polarity, VemVar("BlackOnWhite")) && record.Value.ValType() == VemVarNone &&
            record.Points.Length() == 0;
@@ -30,6 +28,7 @@ struct Traits : RecordTraits<VemPDF417CodeFields> {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(VemPDF417CodeArray, ArrayContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemPDF417CodeArray, ReferenceContract, Traits);
 INSTANTIATE_TYPED_TEST_SUITE_P(VemPDF417CodeArray, ConstAccessContract, Traits);
 INSTANTIATE_TYPED_TEST_SUITE_P(VemPDF417CodeArray, RecordArrayContract, Traits);
 

@@ -21,13 +21,7 @@ template struct PrivateAccess<PrivateVemPointArrayStore, &VemPointArray::store_>
 
 namespace {
 
-struct PointTraits {
-  using Array = VemPointArray;
-  using Element = VemPoint;
-  static constexpr bool kMakesRoomOnce = false;
-  static constexpr bool kMayAssignToItself = true;
-  static constexpr bool kConstAccessReads = true;
-
+struct PointTraits : ArrayTraits<VemPointArray, VemPoint> {
   static VemPoint Make(int number) { return VemPoint(number, -0.5 * number); }
   static bool IsMade(const VemPoint& point, int number) {
     return point.x == number && point.y == -0.5 * number;
@@ -39,6 +33,7 @@ struct PointTraits {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(VemPointArray, ArrayContract, PointTraits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemPointArray, ReferenceContract, PointTraits);
 INSTANTIATE_TYPED_TEST_SUITE_P(VemPointArray, ConstAccessContract, PointTraits);
 
 TEST(VemPointArray, ElementsAreDoublesInARow) {

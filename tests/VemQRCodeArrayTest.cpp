@@ -17,9 +17,7 @@ template struct PrivateAccess<PrivateVemQRCodeArrayStore, &VemQRCodeArray::store
 
 namespace {
 
-struct Traits : RecordTraits<VemQRCodeFields> {
-  using Array = VemQRCodeArray;
-
+struct Traits : RecordTraits<VemQRCodeArray, VemQRCodeFields> {
   static bool IsDefault(const VemQRCode& record) {
     return Same(record.SymbolType, VemVar("QR Mode 2")) &&
            Same(record.Polarity, VemVar("BlackOnWhite")) && record.Value.ValType() == VemVarNone &&
@@ -31,6 +29,7 @@ struct Traits : RecordTraits<VemQRCodeFields> {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(VemQRCodeArray, ArrayContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemQRCodeArray, ReferenceContract, Traits);
 INSTANTIATE_TYPED_TEST_SUITE_P(VemQRCodeArray, ConstAccessContract, Traits);
 INSTANTIATE_TYPED_TEST_SUITE_P(VemQRCodeArray, RecordArrayContract, Traits);
 

@@ -2,13 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-#include <type_traits>
-#include <utility>
+#include <ostream>
 #include <vector>
 
 #include "IVemROIAPara.h"
-#include "support/CopyArrayContract.h"
+#include "support/ArrayContract.h"
 #include "support/PrivateAccess.h"
 #include "support/Support.h"
 
@@ -28,25 +26,15 @@ template struct PrivateAccess<PrivateVemROIArrayStore, &VemROIArray::store_>;
 
 namespace {
 
-using Numbers = std::vector<double>;
+using Values = std::vector<double>;
 using Runs = std::vector<::Run>;
-
-static_assert(sizeof(VemROIArray) == sizeof(void*), "a handle is one pointer");
-static_assert(!std::is_polymorphic<VemROIArray>::value, "no virtual operations");
-static_assert(
-    std::is_same<decltype(std::declval<VemROIArray&>() = VemROIArray()), VemROIArray&>::value,
-    "assignment gives the target");
-static_assert(std::is_same<decltype(std::declval<VemROIArray&>()[0]), VemROI>::value,
-              "elements come out by value alone");
-constexpr void (VemROIArray::*kSelect)(int, VemROI*) const = &VemROIArray::Select;
-constexpr int (VemROIArray::*kLength)() const = &VemROIArray::Length;
 
 IVemROIPara& Impl(VemROI& roi) { return *(roi.*PrivateOf(PrivateVemROIImpl())); }
 
 // All that a ROI holds. The canvas of anything but a mask has no value and counts as 0.
 struct PlainROI {
   VemROIType type = VemROINone;
-  Numbers numbers;
+  Values numbers;
   Runs runs;
   int width = 0;
   int height = 0;
@@ -62,81 +50,58 @@ void PrintTo(const PlainROI& roi, std::ostream* out) {
        << testing::PrintToString(roi.runs) << " on " << roi.width << " by " << roi.height;
 }
 
-struct Kind {
-  using Array = VemROIArray;
-  using Element = VemROI;
-  using Value = PlainROI;
+VemROI Make(const PlainROI& plain) {
+  VemROI roi;
+  IVemROIPara& impl = Impl(roi);
+  impl.Type = plain.type;
+  for (const double number : plain.numbers) impl.Params.Append(number);
+  for (const ::Run& run : plain.runs) {
+    impl.Rows.Append(run.Row);
+    impl.FirstColumns.Append(run.FirstColumn);
+    impl.LastColumns.Append(run.LastColumn);
+  }
+  impl.Width = plain.width;
+  impl.Height = plain.height;
+  return roi;
+}
 
-  // Shapes and masks in turn, each of them with something left over from the other.
-  static Value Sample(int i) {
-    const Numbers numbers = {1.0 * i, 2.5, 3.5};
-    const Runs runs = {{i, 1, 2}, {0, i, i}};
-    if (i % 2 == 0) return {VemROICircle, numbers, runs, 0, 0};
-    return {VemROIMask, numbers, runs, 100 + i, 200 + i};
+PlainROI Read(VemROI roi) {
+  const IVemROIPara& impl = Impl(roi);
+  PlainROI plain;
+  plain.type = impl.Type;
+  for (int i = 0; i < impl.Params.Length(); ++i) plain.numbers.push_back(impl.Params[i].D());
+  plain.runs = RunsOf(impl.Rows, impl.FirstColumns, impl.LastColumns);
+  if (plain.type != VemROIMask) return plain;
+  plain.width = impl.Width;
+  plain.height = impl.Height;
+  return plain;
+}
+
+// Shapes and masks in turn.
+PlainROI Sample(int i) {
+  if (i % 2 == 0) return {static_cast<VemROIType>(i % 11), {1.0 * i, 2.5, 3.5}, {}, 0, 0};
+  return {VemROIMask, {}, {{i, 1, 2}, {0, i, i}}, 100 + i, 200 + i};
+}
+
+struct Traits : ArrayTraits<VemROIArray, VemROI> {
+  using Assigned = VemROIArray&;
+  static constexpr bool kSelfAssignmentEmpties = true;
+  static constexpr bool kHasReferences = false;
+  static constexpr bool kSelectIsWhole = false;
+
+  static VemROI Make(int number) { return ::Make(Sample(number)); }
+  static bool IsMade(const VemROI& roi, int number) { return Read(roi) == Sample(number); }
+  static bool IsDefault(const VemROI& roi) { return Read(roi) == PlainROI(); }
+  // The runs of a mask are not delivered, and old ones stay; so do old numbers beside a mask.
+  static bool IsSelected(const VemROI& roi, int old, int number) {
+    PlainROI expected = Sample(number);
+    if (expected.type == VemROIMask) expected.numbers = Sample(old).numbers;
+    expected.runs = Sample(old).runs;
+    return Read(roi) == expected;
   }
 
-  static Value Random(std::mt19937& random) {
-    const auto below = [&](unsigned end) { return static_cast<int>(random() % end); };
-    Value value;
-    value.type = static_cast<VemROIType>(below(3) == 0 ? VemROIMask : below(12));
-    for (int i = below(4); i > 0; --i) value.numbers.push_back(below(9));
-    for (int i = below(3); i > 0; --i) value.runs.push_back({below(9), below(9), below(9)});
-    if (value.type != VemROIMask) return value;
-    value.width = below(9);
-    value.height = below(9);
-    return value;
-  }
-
-  static Element Make(const Value& value) {
-    VemROI roi;
+  static void Disturb(VemROI& roi) {
     IVemROIPara& impl = Impl(roi);
-    impl.Type = value.type;
-    for (const double number : value.numbers) impl.Params.Append(number);
-    for (const ::Run& run : value.runs) {
-      impl.Rows.Append(run.Row);
-      impl.FirstColumns.Append(run.FirstColumn);
-      impl.LastColumns.Append(run.LastColumn);
-    }
-    impl.Width = value.width;
-    impl.Height = value.height;
-    return roi;
-  }
-
-  static Value Read(Element& element) {
-    const IVemROIPara& impl = Impl(element);
-    Value value;
-    value.type = impl.Type;
-    for (int i = 0; i < impl.Params.Length(); ++i) value.numbers.push_back(impl.Params[i].D());
-    value.runs = RunsOf(impl.Rows, impl.FirstColumns, impl.LastColumns);
-    if (value.type != VemROIMask) return value;
-    value.width = impl.Width;
-    value.height = impl.Height;
-    return value;
-  }
-
-  // What is left over does not enter.
-  static Value Stored(const Value& value) {
-    Value stored = value;
-    if (value.type == VemROIMask) {
-      stored.numbers.clear();
-    } else {
-      stored.runs.clear();
-    }
-    return stored;
-  }
-
-  // The runs of a mask are not delivered.
-  static Value Selected(const Value& old, const Value& element) {
-    Value selected = old;
-    selected.type = element.type;
-    if (element.type != VemROIMask) selected.numbers = element.numbers;
-    selected.width = element.width;
-    selected.height = element.height;
-    return selected;
-  }
-
-  static void Disturb(Element& element) {
-    IVemROIPara& impl = Impl(element);
     impl.Type = VemROILine;
     for (VemVarArray* array : {&impl.Params, &impl.Rows, &impl.FirstColumns, &impl.LastColumns}) {
       if (array->Length() > 0) (*array)[0] = VemVar(77);
@@ -144,14 +109,13 @@ struct Kind {
     }
     impl.Width = impl.Height = 79;
   }
-
-  static void Replace(Array& array, int index, Element& element) { array.Replace(index, element); }
-
-  static constexpr bool kSelfAssignmentEmpties = true;
-  static constexpr bool kTestsPositions = true;
+  static std::vector<IVemROIArrayPara>* Store(VemROIArray& array) {
+    return array.*PrivateOf(PrivateVemROIArrayStore());
+  }
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(VemROIArray, CopyArrayContract, Kind);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemROIArray, ArrayContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemROIArray, ConstAccessContract, Traits);
 
 const Runs kRuns = {{3, 1, 8}, {0, 2, 2}};
 
@@ -180,10 +144,7 @@ VemROIArray ArrayOf(VemROI roi) {
   return array;
 }
 
-PlainROI First(const VemROIArray& array) {
-  VemROI roi = array[0];
-  return Kind::Read(roi);
-}
+PlainROI First(const VemROIArray& array) { return Read(array[0]); }
 
 TEST(VemROIArray, ShapeComesBackWithItsNumbers) {
   const VemROIArray array = ArrayOf(Circle(2.5));
@@ -205,23 +166,23 @@ TEST(VemROIArray, SelectOfAMaskDeliversNoRuns) {
   const VemROIArray array = ArrayOf(Mask());
   VemROI fresh;
   array.Select(0, &fresh);
-  EXPECT_EQ(Kind::Read(fresh), (PlainROI{VemROIMask, {}, {}, 64, 48}));
+  EXPECT_EQ(Read(fresh), (PlainROI{VemROIMask, {}, {}, 64, 48}));
 
   VemROI circle = Circle(3);
   array.Select(0, &circle);
-  EXPECT_EQ(Kind::Read(circle), (PlainROI{VemROIMask, {5, 4, 3}, {}, 64, 48}));
+  EXPECT_EQ(Read(circle), (PlainROI{VemROIMask, {5, 4, 3}, {}, 64, 48}));
 
   const Runs others = {{7, 7, 7}};
-  VemROI mask = Kind::Make({VemROIMask, {}, others, 10, 20});
+  VemROI mask = Make({VemROIMask, {}, others, 10, 20});
   array.Select(0, &mask);
-  EXPECT_EQ(Kind::Read(mask), (PlainROI{VemROIMask, {}, others, 64, 48}));
+  EXPECT_EQ(Read(mask), (PlainROI{VemROIMask, {}, others, 64, 48}));
 }
 
 TEST(VemROIArray, SelectOfAShapeKeepsOldRunsAndCanvas) {
   const VemROIArray array = ArrayOf(Circle(2));
   VemROI roi = Mask();
   array.Select(0, &roi);
-  EXPECT_EQ(Kind::Read(roi), (PlainROI{VemROICircle, {5, 4, 2}, kRuns, 0, 0}));
+  EXPECT_EQ(Read(roi), (PlainROI{VemROICircle, {5, 4, 2}, kRuns, 0, 0}));
   EXPECT_EQ(Impl(roi).Width, 64);
   EXPECT_EQ(Impl(roi).Height, 48);
 }
@@ -236,7 +197,7 @@ TEST(VemROIArray, SelectAtTheEndLeavesTheTargetUntouched) {
   const VemROIArray array = ArrayOf(Circle(2));
   VemROI roi = Mask();
   array.Select(1, &roi);
-  EXPECT_EQ(Kind::Read(roi), (PlainROI{VemROIMask, {}, kRuns, 64, 48}));
+  EXPECT_EQ(Read(roi), (PlainROI{VemROIMask, {}, kRuns, 64, 48}));
 }
 
 TEST(VemROIArray, ShapeWithoutNumbersIsStoredAsItIs) {
@@ -254,34 +215,26 @@ TEST(VemROIArray, NoShapeIsAnElement) {
   EXPECT_EQ(First(array), PlainROI());
 }
 
+// A shape may hold runs from before it, and a mask numbers.
 TEST(VemROIArray, LeftoversDoNotEnter) {
   const Runs runs = {{1, 2, 3}};
-  const PlainROI shape = {VemROICircle, {1, 2, 3}, runs, 0, 0};
-  EXPECT_EQ(First(ArrayOf(Kind::Make(shape))), (PlainROI{VemROICircle, {1, 2, 3}, {}, 0, 0}));
-  const PlainROI mask = {VemROIMask, {1, 2, 3}, runs, 8, 9};
-  EXPECT_EQ(First(ArrayOf(Kind::Make(mask))), (PlainROI{VemROIMask, {}, runs, 8, 9}));
-}
-
-TEST(VemROIArray, RecordsHoldNumbersOrRunsNeverBoth) {
+  VemROI shape = Make({VemROICircle, {1, 2, 3}, runs, 0, 0});
+  VemROI mask = Make({VemROIMask, {1, 2, 3}, runs, 8, 9});
   VemROIArray array;
-  for (int i = 0; i < 2; ++i) {
-    VemROI roi = Kind::Make(Kind::Sample(i));
-    array.Append(roi);
+  array.Append(shape);
+  array.Insert(0, mask);
+  array.Append(mask);
+  array.Append(mask);
+  array.Replace(2, shape);
+  for (const int i : {0, 3}) EXPECT_EQ(Read(array[i]), (PlainROI{VemROIMask, {}, runs, 8, 9})) << i;
+  for (const int i : {1, 2})
+    EXPECT_EQ(Read(array[i]), (PlainROI{VemROICircle, {1, 2, 3}, {}, 0, 0})) << i;
+  for (const IVemROIArrayPara& record : *Traits::Store(array)) {
+    const bool isMask = record.Type == VemROIMask;
+    EXPECT_EQ(record.Params.Length(), isMask ? 0 : 3);
+    EXPECT_EQ(record.Rows.Length(), isMask ? 1 : 0);
+    EXPECT_TRUE(!isMask || (record.Width == 8 && record.Height == 9));
   }
-  const auto& records = *(array.*PrivateOf(PrivateVemROIArrayStore()));
-  EXPECT_EQ(records[0].Params.Length(), 3);
-  EXPECT_EQ(records[0].Rows.Length(), 0);
-  EXPECT_EQ(records[1].Params.Length(), 0);
-  EXPECT_EQ(records[1].Rows.Length(), 2);
-  EXPECT_EQ(records[1].Width, 101);
-  EXPECT_EQ(records[1].Height, 201);
-}
-
-TEST(VemROIArray, AssignmentGivesTheTarget) {
-  VemROIArray array;
-  const VemROIArray source = ArrayOf(Circle(2));
-  EXPECT_EQ(&(array = source), &array);
-  EXPECT_EQ(array.Length(), 1);
 }
 
 }  // namespace

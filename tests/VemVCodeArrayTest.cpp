@@ -17,9 +17,7 @@ template struct PrivateAccess<PrivateVemVCodeArrayStore, &VemVCodeArray::store_>
 
 namespace {
 
-struct Traits : RecordTraits<VemVCodeFields> {
-  using Array = VemVCodeArray;
-
+struct Traits : RecordTraits<VemVCodeArray, VemVCodeFields> {
   static bool IsDefault(const VemVCode& record) { return HoldsNothing<VemVCodeFields>(record); }
   static std::vector<VemVCode>* Store(VemVCodeArray& array) {
     return array.*PrivateOf(PrivateVemVCodeArrayStore());
@@ -27,6 +25,7 @@ struct Traits : RecordTraits<VemVCodeFields> {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(VemVCodeArray, ArrayContract, Traits);
+INSTANTIATE_TYPED_TEST_SUITE_P(VemVCodeArray, ReferenceContract, Traits);
 INSTANTIATE_TYPED_TEST_SUITE_P(VemVCodeArray, ConstAccessContract, Traits);
 INSTANTIATE_TYPED_TEST_SUITE_P(VemVCodeArray, RecordArrayContract, Traits);
 

@@ -11,7 +11,8 @@
 #include <random>
 #include <vector>
 
-#include "support/CopyArrayContract.h"
+#include "support/ArrayContract.h"
+#include "support/HeapCounter.h"
 #include "support/PrivateAccess.h"
 #include "support/ProbeAllocator.h"
 
@@ -44,77 +45,65 @@ inline PlainMat PlainOf(const cv::Mat& mat) {
   return {mat.rows, mat.cols, mat.type(), std::vector<unsigned char>(mat.data, mat.data + size)};
 }
 
-/// An array of handles on matrices. `HandleKind` tells:
+/// An array of handles on matrices. Its test file adds:
 ///
-///     using Array, Element;
 ///     static std::vector<cv::Mat*>*& Store(Array&);
 ///     static cv::Mat*& Pointer(Element&);
-///     static constexpr int kMostChannels;
-template <typename HandleKind>
-struct MatArrayKind {
-  using Handle = HandleKind;
-  using Array = typename HandleKind::Array;
-  using Element = typename HandleKind::Element;
-  using Value = PlainMat;
+template <typename A, typename E, int kMostChannels>
+struct MatArrayTraits : ArrayTraits<A, E> {
+  using Assigned = const A&;
+  static constexpr bool kSelfAssignmentEmpties = true;
+  static constexpr bool kHasReferences = false;
 
-  static Value Sample(int i) {
-    Value value = {1 + i % 3, 2 + i % 2, CV_MAKETYPE(i % 7, 1), {}};
-    return Filled(value, static_cast<unsigned char>(20 * i + 1));
+  /// Of every type; some are empty, and those have no number.
+  static PlainMat Plain(int number) {
+    if (number % 13 == 7) return PlainMat();
+    const int type = CV_MAKETYPE(number % 7, 1 + number % kMostChannels);
+    PlainMat plain = {1 + number % 3, 2 + number % 2, type, {}};
+    const auto size = plain.rows * plain.cols * static_cast<int>(CV_ELEM_SIZE(type));
+    for (int i = 0; i < size; ++i) {
+      plain.bytes.push_back(static_cast<unsigned char>(20 * number + 1 + i));
+    }
+    return plain;
   }
 
-  static Value Random(std::mt19937& random) {
-    const auto below = [&](int end) {
-      return static_cast<int>(random() % static_cast<unsigned>(end));
-    };
-    if (below(6) == 0) return Value();
-    const int type = CV_MAKETYPE(below(7), 1 + below(HandleKind::kMostChannels));
-    Value value = {1 + below(3), 1 + below(3), type, {}};
-    return Filled(value, static_cast<unsigned char>(below(256)));
-  }
-
-  static Element Make(const Value& value) {
-    Element element;
-    element.Mat() = MatOf(value);
+  static E Make(int number) {
+    E element;
+    element.Mat() = MatOf(Plain(number));
     return element;
   }
-  static Value Read(Element& element) { return PlainOf(element.Mat()); }
-  static Value Stored(const Value& value) { return value; }
-  static Value Selected(const Value&, const Value& element) { return element; }
+  static bool IsMade(const E& element, int number) {
+    return PlainOf(element.Mat()) == Plain(number);
+  }
+  static bool IsDefault(const E& element) { return PlainOf(element.Mat()) == PlainMat(); }
 
-  static void Disturb(Element& element) {
+  static void Disturb(E& element) {
     cv::Mat& mat = element.Mat();
-    if (!mat.empty()) std::memset(mat.data, 0xee, mat.total() * mat.elemSize());
-  }
-
-  // Takes back what the array leaves allocated, which must be whole.
-  static void Replace(Array& array, int index, Element& element) {
-    const std::vector<cv::Mat*> before = *HandleKind::Store(array);
-    array.Replace(index, element);
-    if (index < 0 || static_cast<std::size_t>(index) >= before.size()) return;
-    cv::Mat* const displaced = before[static_cast<std::size_t>(index)];
-    EXPECT_TRUE(displaced->u == nullptr || displaced->u->refcount == 1);
-    delete displaced;
-  }
-
-  static constexpr bool kSelfAssignmentEmpties = true;
-  static constexpr bool kTestsPositions = true;
-
- private:
-  static Value Filled(Value value, unsigned char first) {
-    const auto size = value.rows * value.cols * static_cast<int>(CV_ELEM_SIZE(value.type));
-    for (int i = 0; i < size; ++i) value.bytes.push_back(static_cast<unsigned char>(first + i));
-    return value;
+    if (mat.empty()) mat = cv::Mat(1, 1, CV_8UC1);
+    std::memset(mat.data, 0xee, mat.total() * mat.elemSize());
   }
 };
 
+/// Replaces an element and takes back what that leaves allocated, which must be whole.
+template <typename Traits>
+void ReplaceAndRelease(typename Traits::Array& array, int index,
+                       typename Traits::Element& element) {
+  const std::vector<cv::Mat*> before = *Traits::Store(array);
+  array.Replace(index, element);
+  if (index < 0 || static_cast<std::size_t>(index) >= before.size()) return;
+  const cv::Mat* const displaced = before[static_cast<std::size_t>(index)];
+  EXPECT_TRUE(displaced->u == nullptr || displaced->u->refcount == 1);
+  delete displaced;
+}
+
 /// What arrays of images and of matrices have in common beyond other arrays.
-template <typename Kind>
-class MatArrayContract : public CopyArrayContract<Kind> {};
+template <typename Traits>
+class MatArrayContract : public testing::Test {};
 
 TYPED_TEST_SUITE_P(MatArrayContract);
 
 TYPED_TEST_P(MatArrayContract, EveryReadIsACloneOfItsOwn) {
-  const typename TypeParam::Array array = this->ArrayOf(this->Samples(1, 2));
+  const typename TypeParam::Array array = ArrayOf<TypeParam>({1});
   typename TypeParam::Element first = array[0];
   typename TypeParam::Element second = array[0];
   typename TypeParam::Element third;
@@ -123,13 +112,13 @@ TYPED_TEST_P(MatArrayContract, EveryReadIsACloneOfItsOwn) {
   EXPECT_NE(first.Mat().data, third.Mat().data);
   for (typename TypeParam::Element* read : {&first, &second, &third}) {
     EXPECT_EQ(read->Mat().u->refcount, 1);
-    EXPECT_EQ(TypeParam::Read(*read), TypeParam::Sample(1));
+    EXPECT_TRUE(TypeParam::IsMade(*read, 1));
   }
 }
 
 TYPED_TEST_P(MatArrayContract, ElementsShareWithNothing) {
   typename TypeParam::Array array;
-  typename TypeParam::Element element = TypeParam::Make(TypeParam::Sample(1));
+  typename TypeParam::Element element = TypeParam::Make(1);
   array.Append(element);
   array.Insert(0, element);
   TypeParam::Replace(array, 1, element);
@@ -139,7 +128,7 @@ TYPED_TEST_P(MatArrayContract, ElementsShareWithNothing) {
   EXPECT_EQ(element.Mat().u->refcount, 1);
   for (typename TypeParam::Array* each : {&array, &copy}) {
     ASSERT_EQ(each->Length(), 4);
-    for (const cv::Mat* mat : *TypeParam::Handle::Store(*each)) EXPECT_EQ(mat->u->refcount, 1);
+    for (const cv::Mat* mat : *TypeParam::Store(*each)) EXPECT_EQ(mat->u->refcount, 1);
   }
 }
 
@@ -151,7 +140,7 @@ TYPED_TEST_P(MatArrayContract, ClonesHavePackedRows) {
   array.Append(part);
   typename TypeParam::Element read = array[0];
   EXPECT_EQ(read.Mat().step[0], 6u);
-  EXPECT_EQ((*TypeParam::Handle::Store(array))[0]->step[0], 6u);
+  EXPECT_EQ((*TypeParam::Store(array))[0]->step[0], 6u);
   EXPECT_EQ(read.Mat().size(), cv::Size(3, 4));
 }
 
@@ -161,10 +150,10 @@ TYPED_TEST_P(MatArrayContract, EmptyElementsCount) {
   array.Append(empty);
   EXPECT_EQ(array.Length(), 1);
   typename TypeParam::Element read = array[0];
-  EXPECT_EQ(TypeParam::Read(read), PlainMat());
-  typename TypeParam::Element out = TypeParam::Make(TypeParam::Sample(1));
+  EXPECT_TRUE(TypeParam::IsDefault(read));
+  typename TypeParam::Element out = TypeParam::Make(1);
   array.Select(0, &out);
-  EXPECT_EQ(TypeParam::Read(out), PlainMat());
+  EXPECT_TRUE(TypeParam::IsDefault(out));
 }
 
 TYPED_TEST_P(MatArrayContract, ElementsWithoutAreaLoseTheirType) {
@@ -173,35 +162,36 @@ TYPED_TEST_P(MatArrayContract, ElementsWithoutAreaLoseTheirType) {
   typename TypeParam::Array array;
   array.Append(element);
   typename TypeParam::Element read = array[0];
-  EXPECT_EQ(TypeParam::Read(read), PlainMat());
+  EXPECT_TRUE(TypeParam::IsDefault(read));
 }
 
 TYPED_TEST_P(MatArrayContract, SelectLeavesOldPixelsToThoseWhoShareThem) {
-  const typename TypeParam::Array array = this->ArrayOf(this->Samples(1, 2));
+  const typename TypeParam::Array array = ArrayOf<TypeParam>({1});
   // Of the size and type of the element, so that its buffer could be used again.
-  PlainMat old = TypeParam::Sample(1);
+  PlainMat old = TypeParam::Plain(1);
   old.bytes.assign(old.bytes.size(), 9);
-  typename TypeParam::Element out = TypeParam::Make(old);
+  typename TypeParam::Element out;
+  out.Mat() = MatOf(old);
   typename TypeParam::Element sharing = out;
   array.Select(0, &out);
-  EXPECT_EQ(TypeParam::Read(out), TypeParam::Sample(1));
-  EXPECT_EQ(TypeParam::Read(sharing), old);
+  EXPECT_TRUE(TypeParam::IsMade(out, 1));
+  EXPECT_EQ(PlainOf(sharing.Mat()), old);
   EXPECT_EQ(sharing.Mat().u->refcount, 1);
 }
 
 TYPED_TEST_P(MatArrayContract, SelectMakesAMissingMatrix) {
-  const typename TypeParam::Array array = this->ArrayOf(this->Samples(1, 2));
+  const typename TypeParam::Array array = ArrayOf<TypeParam>({1});
   typename TypeParam::Element out;
-  delete TypeParam::Handle::Pointer(out);
-  TypeParam::Handle::Pointer(out) = nullptr;
+  delete TypeParam::Pointer(out);
+  TypeParam::Pointer(out) = nullptr;
   array.Select(1, &out);
-  EXPECT_EQ(TypeParam::Handle::Pointer(out), nullptr);
+  EXPECT_EQ(TypeParam::Pointer(out), nullptr);
   array.Select(0, &out);
-  EXPECT_EQ(TypeParam::Read(out), TypeParam::Sample(1));
+  EXPECT_TRUE(TypeParam::IsMade(out, 1));
 }
 
 TYPED_TEST_P(MatArrayContract, PixelsAreCopiedOnceEachAndNeverBySwapOrRemove) {
-  typename TypeParam::Element element = TypeParam::Make(TypeParam::Sample(1));
+  typename TypeParam::Element element = TypeParam::Make(1);
   const ProbeAllocator probe;
   typename TypeParam::Array array;
   array.Append(element);
@@ -212,11 +202,10 @@ TYPED_TEST_P(MatArrayContract, PixelsAreCopiedOnceEachAndNeverBySwapOrRemove) {
   EXPECT_EQ(probe.allocations, 3);
   array.Append(array);
   EXPECT_EQ(probe.allocations, 5);
-  const std::vector<cv::Mat*> before = *TypeParam::Handle::Store(array);
+  const std::vector<cv::Mat*> before = *TypeParam::Store(array);
   array.Swap(0, 3);
   array.Remove(1);
-  EXPECT_EQ(*TypeParam::Handle::Store(array),
-            (std::vector<cv::Mat*>{before[3], before[2], before[0]}));
+  EXPECT_EQ(*TypeParam::Store(array), (std::vector<cv::Mat*>{before[3], before[2], before[0]}));
   EXPECT_EQ(probe.allocations, 5);
   array.Select(0, &element);
   EXPECT_EQ(probe.allocations, 6);
@@ -229,18 +218,18 @@ TYPED_TEST_P(MatArrayContract, PixelsAreCopiedOnceEachAndNeverBySwapOrRemove) {
 }
 
 TYPED_TEST_P(MatArrayContract, AssignmentReturnsTheSourceAndKeepsTheStorage) {
-  typename TypeParam::Array array = this->ArrayOf(this->Samples(0, 9));
-  const std::size_t capacity = TypeParam::Handle::Store(array)->capacity();
-  typename TypeParam::Array source = this->ArrayOf(this->Samples(0, 2));
+  typename TypeParam::Array array = ArrayOf<TypeParam>(UpTo(9));
+  const std::size_t capacity = TypeParam::Store(array)->capacity();
+  typename TypeParam::Array source = ArrayOf<TypeParam>(UpTo(2));
   EXPECT_EQ(&(array = source), &source);
-  EXPECT_EQ(TypeParam::Handle::Store(array)->capacity(), capacity);
+  EXPECT_EQ(TypeParam::Store(array)->capacity(), capacity);
   array.Clear();
-  EXPECT_EQ(TypeParam::Handle::Store(array)->capacity(), 0u);
+  EXPECT_EQ(TypeParam::Store(array)->capacity(), 0u);
 }
 
 TYPED_TEST_P(MatArrayContract, RemovedAndClearedElementsAreReleased) {
-  typename TypeParam::Array array = this->ArrayOf(this->Samples(0, 4));
-  const std::vector<cv::Mat*>& store = *TypeParam::Handle::Store(array);
+  typename TypeParam::Array array = ArrayOf<TypeParam>(UpTo(4));
+  const std::vector<cv::Mat*>& store = *TypeParam::Store(array);
   std::vector<cv::Mat> witnesses;
   for (const cv::Mat* mat : store) witnesses.push_back(*mat);
   array.Remove(1);
@@ -251,61 +240,62 @@ TYPED_TEST_P(MatArrayContract, RemovedAndClearedElementsAreReleased) {
 }
 
 // An array whose one element will be displaced. Not inlined: leak checkers are told its name.
-template <typename Kind>
-__attribute__((noinline)) typename Kind::Array ArrayForReplaceToLeaveAnElement() {
-  return CopyArrayContract<Kind>::ArrayOf({Kind::Sample(1)});
+template <typename Traits>
+__attribute__((noinline)) typename Traits::Array ArrayForReplaceToLeaveAnElement() {
+  return ArrayOf<Traits>({1});
 }
 
 // Leaves the displaced element to the end of the process.
 TYPED_TEST_P(MatArrayContract, ReplaceLeavesTheDisplacedElementAllocated) {
   typename TypeParam::Array array = ArrayForReplaceToLeaveAnElement<TypeParam>();
-  const cv::Mat* const displaced = (*TypeParam::Handle::Store(array))[0];
-  typename TypeParam::Element element = TypeParam::Make(TypeParam::Sample(2));
+  const cv::Mat* const displaced = (*TypeParam::Store(array))[0];
+  typename TypeParam::Element element = TypeParam::Make(2);
   array.Replace(0, element);
-  EXPECT_NE((*TypeParam::Handle::Store(array))[0], displaced);
-  EXPECT_EQ(this->Contents(array), this->Samples(2, 3));
-  EXPECT_EQ(PlainOf(*displaced), TypeParam::Sample(1));
+  EXPECT_NE((*TypeParam::Store(array))[0], displaced);
+  EXPECT_TRUE(Holds<TypeParam>(array, {2}));
+  EXPECT_EQ(PlainOf(*displaced), TypeParam::Plain(1));
   EXPECT_EQ(displaced->u->refcount, 1);
 }
 
 // Leaves the header of each clone that failed: leak checkers are told its name.
 TYPED_TEST_P(MatArrayContract, FailedClonesPassToTheCaller) {
-  typename TypeParam::Array array = this->ArrayOf(this->Samples(0, 3));
-  typename TypeParam::Element element = TypeParam::Make(TypeParam::Sample(5));
-  const auto expected = this->Samples(0, 3);
+  auto array = ArrayOf<TypeParam>(UpTo(3));
+  const auto& constant = array;
+  typename TypeParam::Element element = TypeParam::Make(5);
   for (const auto failure : {ProbeAllocator::kOpenCV, ProbeAllocator::kMemory}) {
     {
       const ProbeAllocator probe(failure);
-      const auto expectRaised = [&](auto operation) {
+      const auto expectRaised = [&](auto operation, long keptHeaders) {
+        const HeapCounter blocks;
         if (failure == ProbeAllocator::kOpenCV) {
           EXPECT_THROW(operation(), cv::Exception);
         } else {
           EXPECT_THROW(operation(), std::bad_alloc);
         }
+        EXPECT_EQ(blocks.Kept(), HeapCounter::kCounts ? keptHeaders : 0);
       };
-      const typename TypeParam::Array& constant = array;
-      expectRaised([&] { array.Append(element); });
-      expectRaised([&] { array.Append(array); });
-      expectRaised([&] { array.Insert(0, element); });
-      expectRaised([&] { array.Replace(0, element); });
-      expectRaised([&] { array.Select(0, &element); });
-      expectRaised([&] { constant[0]; });
-      expectRaised([&] { typename TypeParam::Array copy(array); });
+      expectRaised([&] { array.Append(element); }, 1);
+      expectRaised([&] { array.Append(array); }, 1);
+      expectRaised([&] { array.Insert(0, element); }, 1);
+      expectRaised([&] { array.Replace(0, element); }, 1);
+      expectRaised([&] { typename TypeParam::Array copy(array); }, 1);
+      expectRaised([&] { array.Select(0, &element); }, 0);
+      expectRaised([&] { constant[0]; }, 0);
       typename TypeParam::Array target;
-      expectRaised([&] { target = array; });
+      expectRaised([&] { target = array; }, 1);
       EXPECT_EQ(target.Length(), 0);
     }
-    EXPECT_EQ(this->Contents(array), expected);
-    EXPECT_EQ(TypeParam::Read(element), TypeParam::Sample(5));
+    EXPECT_TRUE(Holds<TypeParam>(array, UpTo(3)));
+    EXPECT_TRUE(TypeParam::IsMade(element, 5));
   }
 }
 
 TYPED_TEST_P(MatArrayContract, LengthOfAMissingStoreIs0) {
-  typename TypeParam::Array array = this->ArrayOf(this->Samples(0, 3));
-  std::vector<cv::Mat*>* const store = TypeParam::Handle::Store(array);
-  TypeParam::Handle::Store(array) = nullptr;
+  typename TypeParam::Array array = ArrayOf<TypeParam>(UpTo(3));
+  std::vector<cv::Mat*>* const store = TypeParam::Store(array);
+  TypeParam::Store(array) = nullptr;
   EXPECT_EQ(array.Length(), 0);
-  TypeParam::Handle::Store(array) = store;
+  TypeParam::Store(array) = store;
   EXPECT_EQ(array.Length(), 3);
 }
 
