@@ -28,12 +28,13 @@ class Vec;
 /// Runs are those of VemRegion, kept as plain integers in their order. Whoever writes the fields
 /// keeps the five lists of the run track of one length. Nothing is reported. What throws is the
 /// allocator, and OpenCV's where contours must be painted; a list that was already changed stays
-/// so. Use an object from one thread at a time.
+/// so. Use an object from one thread at a time; Length, Select and Union change nothing of it, and
+/// may run on several at once.
 class VEM_EXPORT IVemRegionArrayPara {
  public:
   IVemRegionArrayPara();                                  ///< No regions.
   IVemRegionArrayPara(const IVemRegionArrayPara& other);  ///< A deep copy of all lists.
-  /// Makes all lists deep copies of `other`'s.
+  /// Makes all lists deep copies of `other`'s. Assigned to itself, an object stays as it is.
   IVemRegionArrayPara& operator=(const IVemRegionArrayPara& other);
   ~IVemRegionArrayPara();
 
@@ -69,7 +70,8 @@ class VEM_EXPORT IVemRegionArrayPara {
   /// that is too short gives no outlines.
   ///
   /// When no region of the array has a list of runs, only contours, the runs are those of its
-  /// contours, painted filled on its canvas.
+  /// contours, painted filled on its canvas. A canvas of a negative size, or too large for memory,
+  /// then raises `cv::Exception`, and `region` stays as it was.
   void Select(int position, VemRegion& region);
   /// Writes the runs of all regions, one region after the other, over those of `region`, on a
   /// canvas as wide as the widest and as high as the highest. Nothing is merged; outlines stay.

@@ -3,8 +3,11 @@
 
 #include "VemExport.h"
 
-/// A point in space: a flat value of three doubles. Nothing is checked: an infinity or a NaN passes
-/// through.
+/// A point in space: a flat value of three doubles, x before y before z. Their unit is their
+/// user's: the library gives them none.
+///
+/// Nothing is checked: an infinity or a NaN passes through. Nothing throws. Use an object from one
+/// thread at a time; reading it from several at once is safe.
 class VEM_EXPORT Vem3DPoint {
  public:
   Vem3DPoint() : x(0.0), y(0.0), z(0.0) {}  ///< The origin.

@@ -12,12 +12,15 @@
 /// index does nothing on a bad one; nothing is reported. Contours go in and come out as copies.
 /// What throws is the allocator alone.
 ///
+/// No argument is changed, though its reference is not const. Pointers to write through must not be
+/// null. After a throw the array is sound, but may hold a part of what was to be added or assigned.
+///
 /// Use an array from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemContourArray {
  public:
   VemContourArray();                              ///< Empty.
   VemContourArray(const VemContourArray& other);  ///< A deep copy.
-  /// Makes the contents a deep copy of `other`'s.
+  /// Makes the contents a deep copy of `other`'s. Assigned to itself, an array stays as it is.
   VemContourArray& operator=(const VemContourArray& other);
   ~VemContourArray();
 

@@ -12,12 +12,17 @@
 /// index does nothing on a bad one; nothing is reported. Points go in and come out as copies,
 /// but for the reference that the non-const operator[] gives. What throws is the allocator alone.
 ///
+/// No argument is changed, though its reference is not const. Pointers to write through must not be
+/// null. A reference to an element lives until the array grows, loses an element, is assigned to or
+/// ends. After a throw the array is sound, but may hold a part of what was to be added or assigned.
+///
 /// Use an array from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemFeaturePointArray {
  public:
   VemFeaturePointArray();                                   ///< Empty.
   VemFeaturePointArray(const VemFeaturePointArray& other);  ///< A deep copy.
   /// Makes the contents a copy of `other`'s and returns a further copy by value, not this array.
+  /// Assigned to itself, an array stays as it is, and the copy is made all the same.
   VemFeaturePointArray operator=(const VemFeaturePointArray& other);
   ~VemFeaturePointArray();
 

@@ -43,12 +43,14 @@ class VEM_EXPORT VemImage {
   /// outside 0 to 6 gives the empty image, as does a zero area.
   ///
   /// A null `data` beside a non-zero area raises `cv::Exception`, and so do a step that is no
-  /// multiple of a channel's size and a negative size beside a non-zero area.
+  /// multiple of a channel's size, a negative size beside a non-zero area, and a copy too large for
+  /// memory.
   VemImage(unsigned char* data, int step, int height, int width, int channels, VemImageType type);
 
   /// Shares the pixels of `other`.
   VemImage(const VemImage& other);
-  /// Shares the pixels of `other` and lets the own ones go.
+  /// Shares the pixels of `other` and lets the own ones go. Assigned to itself, an image stays as
+  /// it is.
   VemImage& operator=(const VemImage& other);
   ~VemImage();
 
@@ -57,8 +59,8 @@ class VEM_EXPORT VemImage {
   ///
   /// Refused with false, the image unchanged: a negative size; channels other than 1 or 3; a `step`
   /// that is not exactly `width * channels *` the size of a channel in bytes. A type outside 0 to 6
-  /// gives true and changes nothing. A null `data` beside a non-zero area raises `cv::Exception`;
-  /// the image is then unchanged.
+  /// gives true and changes nothing. A null `data` beside a non-zero area raises `cv::Exception`,
+  /// as does a copy too large for memory; the image is then unchanged.
   ///
   /// The old pixels are let go, never written: images that share them keep them.
   bool CreateImage(unsigned char* data, int step, int height, int width, int channels,

@@ -22,21 +22,31 @@ class VEM_EXPORT VemLine {
   VemLine& operator=(const VemLine& other) = default;   ///< Copies both ends.
   ~VemLine() = default;
 
-  double Length();  ///< The distance between the two ends.
+  /// The distance between the two ends, the root of the sum of the squared differences: infinite
+  /// where a difference is beyond about 1e154, whose square overflows, and 0 or too short or too
+  /// long where all are below about 1e-154, whose squares vanish or lose digits. Ends that are not
+  /// finite give an infinity or NaN.
+  double Length();
 
   /// The angle between the direction from start to end and the direction of growing y, in degrees,
   /// 0 to 180.
   ///
   /// It does not tell the two sides apart: the sign of the difference in x has no influence. A line
-  /// along x gives exactly 90.0; everything else is computed with the pi 3.1415926, so that a line
-  /// straight against growing y gives 180.00000307. Otherwise indeterminate when Length() is 0. An
-  /// end that is not finite may give a NaN.
+  /// along x, whose ends have the same y and another x, gives exactly 90.0. Everything else is
+  /// 180.0 times the arc cosine of the difference in y over Length(), divided by 3.1415926 last:
+  /// with this pi, a line straight against growing y gives 180.00000307, not 180. Otherwise
+  /// indeterminate when Length() is 0.
+  ///
+  /// NaN where that ratio is none, or not from -1 to 1: ends that are NaN or infinite in y, and
+  /// lines of less than about 1e-154 pixels, whose Length() may come out shorter than they are. A
+  /// line that overflows Length() counts as one across.
   double VerticalAngle();
   /// The angle between the direction from start to end and the direction of growing x, in degrees,
   /// 0 to 180: the mirror of VerticalAngle, with x and y exchanged.
   double HorizonalAngle();
 
-  /// Writes the point halfway between the ends. `out` must not be null.
+  /// Writes the point halfway between the ends, half of the sum of their coordinates: the sum may
+  /// overflow. `out` must not be null; it may be an end of this line.
   void MidPoint(VemPoint* out);
 
   VemPoint start;  ///< First end point.

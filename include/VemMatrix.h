@@ -38,7 +38,7 @@ class VEM_EXPORT VemMatrix {
   VemMatrix();
   /// Copies `rows * cols` elements from packed rows at `data`. A type outside 0 to 6 gives the
   /// empty matrix, as does a zero area. Null `data` and a negative size raise `cv::Exception`, each
-  /// beside a non-zero area.
+  /// beside a non-zero area, and so does a copy too large for memory.
   VemMatrix(void* data, int rows, int cols, VemMatrixType type);
   /// All zero. A size that is not positive and a type outside 0 to 6 give the empty matrix. One too
   /// large for memory raises `cv::Exception`.

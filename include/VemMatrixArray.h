@@ -17,6 +17,9 @@
 /// copying: unlike a matrix, an array lets that pass, and the header of the clone that failed stays
 /// allocated.
 ///
+/// No argument is changed, though its reference is not const. Pointers to write through must not be
+/// null. After a throw the array is sound, but may hold a part of what was to be added or assigned.
+///
 /// Use an array from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemMatrixArray {
  public:

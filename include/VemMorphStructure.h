@@ -28,8 +28,9 @@ class VEM_EXPORT VemMorphStructure {
   /// a negative number.
   VemMorphStructure(const VemMorphStructure& other);
   /// As the copy constructor, over the old element. Assigned to itself, a custom element loses all
-  /// its values. A record that held a table and becomes another
-  /// kind keeps the old table's pointer, no longer valid.
+  /// its values. A record that held a table and becomes another kind keeps the old table's pointer,
+  /// no longer valid. After a throw the record has its new size, anchor and kind, and no table of
+  /// its own.
   VemMorphStructure& operator=(const VemMorphStructure& other);
   ~VemMorphStructure();
 

@@ -6,7 +6,8 @@
 /// A point in the plane, in pixels: x grows with the columns, y with the rows, downward.
 ///
 /// A flat value of two doubles, in the layout of `cv::Point_<double>`. Nothing is checked: an
-/// infinity or a NaN passes through.
+/// infinity or a NaN passes through. Nothing throws. Use an object from one thread at a time;
+/// reading it from several at once is safe.
 class VEM_EXPORT VemPoint {
  public:
   VemPoint() : x(0.0), y(0.0) {}                                    ///< The origin.

@@ -15,6 +15,9 @@ class IVemROIArrayPara;
 /// An index is in range when it is not negative and below Length(). An operation that tests its
 /// index does nothing on a bad one; nothing is reported. What throws is the allocator alone.
 ///
+/// No argument is changed, though its reference is not const. Pointers to write through must not be
+/// null. After a throw the array is sound, but may hold a part of what was to be added or assigned.
+///
 /// Use an array from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemROIArray {
  public:

@@ -14,9 +14,10 @@ struct VemRegionData;
 /// and may overlap or lie outside the canvas; nothing sorts, merges or clips them. Where a canvas
 /// is told, width comes before height.
 ///
-/// Run arrays are copied, never kept, and copies of a region are deep. Nothing is reported: refused
-/// input gives the empty region, 0 by 0 without runs. What throws is the allocator, and OpenCV's
-/// where points need a mask too large for memory.
+/// Run arrays are copied, never kept or changed, and copies of a region are deep. Nothing is
+/// reported: refused input gives the empty region, 0 by 0 without runs. What throws is the
+/// allocator, and OpenCV's where points need a mask too large for memory; a region that was there
+/// before is then sound, but its canvas and its runs need not belong together.
 ///
 /// Use an object from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemRegion {
@@ -34,8 +35,11 @@ class VEM_EXPORT VemRegion {
   /// The pixels of the points, their coordinates truncated toward zero, on a canvas that just holds
   /// them. Points left of or above the canvas are skipped. Points that all lie in row 0 or above,
   /// or all in column 0 or left of it, are refused. The runs stand component by component.
-  /// Enormous coordinates count as the smallest int,
-  /// and the search for the largest begins anew behind one. `points` must not be empty.
+  ///
+  /// The canvas is painted, and takes a byte for each of its pixels while it is. A largest
+  /// coordinate of 2147483647 makes it negative by one too many, which raises `cv::Exception`.
+  /// Coordinates beyond that count as the smallest int, and the search for the largest begins anew
+  /// behind one. `points` must not be empty.
   VemRegion(VemPointArray& points);
   /// The pixels of the points, their coordinates truncated toward zero, on the stated canvas.
   /// Points outside are skipped; a canvas below 1 by 1 is refused. The runs stand component by
@@ -44,7 +48,7 @@ class VEM_EXPORT VemRegion {
   /// A deep copy. Outlines come along when there are contours.
   VemRegion(const VemRegion& other);
   /// Takes over canvas and runs. Outlines come along when `other` has contours; when it has none,
-  /// the old outlines stay beside the new runs.
+  /// the old outlines stay beside the new runs. Assigned to itself, a region stays as it is.
   VemRegion& operator=(const VemRegion& other);
   ~VemRegion();
 

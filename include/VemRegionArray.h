@@ -14,13 +14,17 @@ class IVemRegionArrayPara;
 ///
 /// An index is in range when it is not negative and below Length(). Remove, Swap and Select do
 /// nothing on a bad one; Insert and Replace must be given a good one. Nothing is reported. What
-/// throws is the allocator alone. Use an array from one thread at a time; reading it from several
-/// at once is safe.
+/// throws is the allocator alone.
+///
+/// No argument is changed, though its reference is not const. Pointers to write through must not be
+/// null. After a throw the array is sound, but may hold a part of what was to be added or assigned.
+///
+/// Use an array from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemRegionArray {
  public:
   VemRegionArray();                             ///< Empty.
   VemRegionArray(const VemRegionArray& other);  ///< A deep copy.
-  /// Makes the contents a deep copy of `other`'s.
+  /// Makes the contents a deep copy of `other`'s. Assigned to itself, an array stays as it is.
   VemRegionArray& operator=(const VemRegionArray& other);
   ~VemRegionArray();
 

@@ -17,12 +17,17 @@
 ///
 /// Reading a copy copies the whole record; the non-const operator[] reads in place.
 ///
+/// No argument is changed, though its reference is not const. Pointers to write through must not be
+/// null. A reference to an element lives until the array grows, loses an element, is assigned to or
+/// ends. After a throw the array is sound, but may hold a part of what was to be added or assigned.
+///
 /// Use an array from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemVCodeArray {
  public:
   VemVCodeArray();                            ///< Empty.
   VemVCodeArray(const VemVCodeArray& other);  ///< A deep copy.
   /// Makes the contents a copy of `other`'s and returns a further copy by value, not this array.
+  /// Assigned to itself, an array stays as it is, and the copy is made all the same.
   VemVCodeArray operator=(const VemVCodeArray& other);
   ~VemVCodeArray();
 
