@@ -14,131 +14,95 @@
 #include "VemRegion.h"
 #include "VemTuple.h"
 
-/// One graphic element for a display to draw: the implementation object behind VemOverlay.
-///
-/// Coordinates, radii and lengths are pixels, rows growing downward. Angles are degrees and grow
-/// counter-clockwise as the image is seen: 0 points along growing columns, 90 toward smaller rows.
-/// Nothing is drawn here; mode and count of rakes and spokes, colours and fonts are carried for the
-/// display.
-///
-/// A setter replaces the element. One that refuses its arguments leaves no element: the type
-/// VemOverlayNone and no numbers. Pen, brush, and the pixels or runs of an earlier element stay in
-/// the record whatever is set; of the operations below, only SetImage, SetRegion and Reset touch
-/// pixels or runs; assignment replaces everything.
+/// One graphic element for a display to draw: the implementation object behind VemOverlay, which
+/// tells what each kind of element takes and refuses. Told here is how it is stored, and where the
+/// readers differ.
 ///
 /// A reader returns false and leaves its outputs alone when the element is of another kind, or, but
 /// for image and region, has no numbers. Else it writes all outputs and then tells whether what it
-/// has written passes its test, which is told beside it where it is not the setter's. Coordinates
-/// come back rounded to float unless told otherwise, and other numbers as they were set.
+/// has written passes its test, as told at the reader of the handle.
 ///
 /// Nothing is reported; what throws is the allocator, OpenCV's included. Use an object from one
 /// thread at a time; reading it from several at once is safe.
 class VEM_EXPORT IVemOverlay {
  public:
-  IVemOverlay();  ///< No element, the pen 0, 0, 255 of width 1, the brush 227, 224, 184 of mode 0.
+  IVemOverlay();  ///< As a new VemOverlay.
   /// Copies all fields; the pixels are shared with `other` through `cv::Mat`'s reference count.
   IVemOverlay(const IVemOverlay& other);
   /// Copies all fields, with pixels of its own.
   IVemOverlay& operator=(const IVemOverlay& other);
   ~IVemOverlay();
 
-  /// A point. Stored x before y.
-  void SetPoint(const VemPoint& point);
-  /// A segment with an arrow head, between two points that must differ.
-  void SetArrowLine(const VemPoint& p1, const VemPoint& p2);
-  /// A segment between two points that must differ.
-  void SetLine(const VemPoint& p1, const VemPoint& p2);
-  /// A rectangle. Refused unless `p2` is greater in x and in y.
-  void SetRect1(const VemPoint& p1, const VemPoint& p2);
-  /// A rake in a rectangle as above, of a mode from 0 to 3 and a count of at least 2.
+  void SetPoint(const VemPoint& point);  ///< VemOverlay::GenPoint. Stored x before y.
+  void SetArrowLine(const VemPoint& p1, const VemPoint& p2);  ///< VemOverlay::GenArrowLine
+  void SetLine(const VemPoint& p1, const VemPoint& p2);       ///< VemOverlay::GenLine
+  void SetRect1(const VemPoint& p1, const VemPoint& p2);      ///< VemOverlay::GenRect1
+  /// VemOverlay::GenRakeRect1
   void SetRect1(const VemPoint& p1, const VemPoint& p2, int mode, int count);
-  /// A circle; the radius must be above 0.
-  void SetCircle(const VemPoint& center, double radius);
-  /// A rotated ellipse. `radius1` is the semi-axis along the direction `angle`, `radius2` the one
-  /// across; both must be above 0, either may be the larger.
+  void SetCircle(const VemPoint& center, double radius);  ///< VemOverlay::GenCircle
+  /// VemOverlay::GenEllipse
   void SetEllipse(const VemPoint& center, double radius1, double radius2, double angle);
-  /// A polygon of at least 3 points; the closing point is not listed.
-  void SetPolygon(const VemPointArray& points);
-  /// An open chain of segments, of at least 3 points: 2 are refused here too.
-  void SetPolyLine(const VemPointArray& points);
-  /// A rotated rectangle. `length1` is the full side along the direction `angle`, `length2` the one
-  /// across; both must be above 0.
+  void SetPolygon(const VemPointArray& points);   ///< VemOverlay::GenPolygon
+  void SetPolyLine(const VemPointArray& points);  ///< VemOverlay::GenPolyLine
+  /// VemOverlay::GenRect2
   void SetRect2(const VemPoint& center, double length1, double length2, double angle);
-  /// A rake in a rotated rectangle as above, of a mode from 0 to 3 and a count of at least 2.
+  /// VemOverlay::GenRakeRect2
   void SetRect2(const VemPoint& center, double length1, double length2, double angle, int mode,
                 int count);
-  /// A ring, from `startAngle` on for `sweepAngle` degrees. The radii must be above 0 and the outer
-  /// one the greater; the sweep must not be negative.
+  /// VemOverlay::GenTorus
   void SetTorus(const VemPoint& center, double innerRadius, double outerRadius, double startAngle,
                 double sweepAngle);
-  /// Spokes in a ring as above, of mode 4 or 5 and a count of at least 2.
+  /// VemOverlay::GenSpokeTorus
   void SetTorus(const VemPoint& center, double innerRadius, double outerRadius, double startAngle,
                 double sweepAngle, int mode, int count);
-  /// An arc, from `startAngle` on for `sweepAngle` degrees. The radius must be above 0, the sweep
-  /// not negative. Stored x before y.
+  /// VemOverlay::GenArc. Stored x before y.
   void SetArc(const VemPoint& center, double radius, double startAngle, double sweepAngle);
-  /// A chain of at least 3 listed points.
-  void SetIrregular(const VemPointArray& points);
-  /// A text; `text` is copied and must not be null. The font's Flag0 is not kept.
+  void SetIrregular(const VemPointArray& points);  ///< VemOverlay::GenIrregular
+  /// VemOverlay::GenText
   void SetText(VemPoint& point, const char* text, VemFont& font);
-  /// An image; its pixels are copied. The point is stored x before y.
-  void SetImage(VemPoint& point, VemImage& image);
-  /// The canvas and the runs of a region, copied; its outlines are not taken.
-  void SetRegion(VemRegion& region);
+  void SetImage(VemPoint& point, VemImage& image);  ///< VemOverlay::GenImage. Stored x before y.
+  void SetRegion(VemRegion& region);                ///< VemOverlay::GenRegion
 
-  /// Takes over the kind and the numbers of a region of interest. A mask becomes a region without
-  /// its runs: GetRegion gives what the record holds. An arc's center comes back from GetArc with x
-  /// and y exchanged. No shape leaves no element, and the old numbers in place.
-  void FromROI(const VemROI& roi);
-  /// Makes the element an irregular chain and adds the contour's points to the numbers there are:
-  /// twice the same contour gives all its points twice. No contour is refused.
-  void FromContour(const VemContour& contour);
+  void FromROI(const VemROI& roi);                                  ///< VemOverlay::FromROI
+  void FromContour(const VemContour& contour);                      ///< VemOverlay::FromContour
+  void SetPen(long color0, long color1, long color2, long width);   ///< VemOverlay::SetPen
+  void SetBrush(long color0, long color1, long color2, long mode);  ///< VemOverlay::SetBrush
+  void Reset();  ///< VemOverlay::Reset. The pixels' type stays.
 
-  /// Three colour components and a width, of each the low 32 bits. The pen counts as chosen by the
-  /// caller from then on.
-  void SetPen(long color0, long color1, long color2, long width);
-  /// Three colour components and a mode, of each the low 32 bits. The brush counts as chosen by the
-  /// caller from then on.
-  void SetBrush(long color0, long color1, long color2, long mode);
-
-  /// Drops the element with its pixels and runs. Canvas, pen and brush stay.
-  void Reset();
-
-  bool GetPoint(VemPoint* point) const;                 ///< True. Not rounded.
-  bool GetArrowLine(VemPoint* p1, VemPoint* p2) const;  ///< True if the points differ.
-  bool GetLine(VemPoint* p1, VemPoint* p2) const;       ///< True if the points differ.
-  bool GetRect1(VemPoint* p1, VemPoint* p2) const;      ///< True if p2 is greater in x and y.
-  /// The rake in a rectangle. True if the corners differ in x and in y, in whichever order, and
-  /// mode and count are in range.
+  bool GetPoint(VemPoint* point) const;                 ///< True if it is a point.
+  bool GetArrowLine(VemPoint* p1, VemPoint* p2) const;  ///< VemOverlay::GetArrowLine
+  bool GetLine(VemPoint* p1, VemPoint* p2) const;       ///< VemOverlay::GetLine
+  bool GetRect1(VemPoint* p1, VemPoint* p2) const;      ///< VemOverlay::GetRect1
+  /// VemOverlay::GetRakeRect1
   bool GetRect1(VemPoint* p1, VemPoint* p2, int* mode, int* count) const;
-  bool GetCircle(VemPoint* center, double* radius) const;  ///< The center is not rounded.
-  bool GetEllipse(VemPoint* center, double* radius1, double* radius2,
-                  double* angle) const;           ///< True if both radii are above 0.
-  bool GetPolygon(VemPointArray* points) const;   ///< Replaces the points. True from 3 points on.
-  bool GetPolyLine(VemPointArray* points) const;  ///< As GetPolygon.
-  bool GetRect2(VemPoint* center, double* length1, double* length2,
-                double* angle) const;  ///< True if both lengths are above 0.
-  /// The rake in a rotated rectangle. Lengths and angle are rounded to float too, and a mode of 4
-  /// passes here.
+  bool GetCircle(VemPoint* center, double* radius) const;  ///< VemOverlay::GetCircle
+  /// VemOverlay::GetEllipse
+  bool GetEllipse(VemPoint* center, double* radius1, double* radius2, double* angle) const;
+  bool GetPolygon(VemPointArray* points) const;   ///< VemOverlay::GetPolygon
+  bool GetPolyLine(VemPointArray* points) const;  ///< VemOverlay::GetPolyLine
+  /// VemOverlay::GetRect2
+  bool GetRect2(VemPoint* center, double* length1, double* length2, double* angle) const;
+  /// VemOverlay::GetRakeRect2
   bool GetRect2(VemPoint* center, double* length1, double* length2, double* angle, int* mode,
                 int* count) const;
-  /// A ring. Its radii are rounded to float too. The sweep must be above 0 here.
+  /// VemOverlay::GetTorus
   bool GetTorus(VemPoint* center, double* innerRadius, double* outerRadius, double* startAngle,
                 double* sweepAngle) const;
-  /// Spokes. Equal radii pass here, and an inner radius of 0; the sweep must be above 0.
+  /// VemOverlay::GetSpokeTorus
   bool GetTorus(VemPoint* center, double* innerRadius, double* outerRadius, double* startAngle,
                 double* sweepAngle, int* mode, int* count) const;
-  /// An arc. The sweep must be above 0 here.
+  /// VemOverlay::GetArc
   bool GetArc(VemPoint* center, double* radius, double* startAngle, double* sweepAngle) const;
-  bool GetIrregular(VemPointArray* points) const;  ///< As GetPolygon.
-  /// A text: `*text` becomes the one text, `*font` all but Flag0, which stays as it was.
+  bool GetIrregular(VemPointArray* points) const;  ///< VemOverlay::GetIrregular
+  /// A text: `*text` becomes the one text, `*font`, which must not be null, all but Flag0, which
+  /// stays as it was.
   bool GetText(VemPoint* point, VemVarArray* text, VemFont* font) const;
   bool GetImage(VemPoint* point, VemImage* image) const;  ///< The image gets pixels of its own.
   bool GetRegion(VemRegion* region);  ///< Replaces canvas and runs; outlines stay.
 
-  /// Writes the three colour components and the width; returns 0.
+  /// VemOverlay::GetPen, but returns 0.
   int GetPen(long* color0, long* color1, long* color2, long* width);
-  /// Writes the three colour components and the mode; returns 0.
+  /// VemOverlay::GetBrush, but returns 0.
   int GetBrush(long* color0, long* color1, long* color2, long* mode);
   bool isRedrawPen();       ///< Whether SetPen was ever called.
   bool isRedrawBrush();     ///< Whether SetBrush was ever called.

@@ -10,13 +10,7 @@
 class VemOverlayPath;
 
 /// An ordered list of overlays, one drawing of many elements: the implementation object behind
-/// VemOverlayPath.
-///
-/// Whatever goes in is a deep copy. The operations that build an element build it in one working
-/// overlay and add a copy of that, with the default pen and brush. Every call adds one element: one
-/// with refused arguments adds an overlay of the type VemOverlayNone. After AddImage or AddRegion
-/// the later elements carry copies of the last pixels and runs along, under types that do not show
-/// them; to save that memory, build overlays apart and pass them to AddOverlay.
+/// VemOverlayPath, which tells what its operations do. Told here is what is kept, and what differs.
 ///
 /// A position must be valid unless told otherwise: nothing is reported. What throws is the
 /// allocator, OpenCV's included, and what is told below. Use an object from one thread at a time;

@@ -9,17 +9,25 @@ class IVemOverlayPath;
 /// An ordered list of overlays: one drawing of many elements, passed as a whole to a display, which
 /// draws them in the list's order.
 ///
-/// The handle owns an IVemOverlayPath, alone, and forwards to it: how an element is added is told
-/// there. Every call adds one element; refused arguments add an overlay of the type VemOverlayNone,
-/// which a display skips. Copies are deep.
+/// Whatever goes in is a deep copy, and no argument is changed. Every call adds one element;
+/// refused arguments add an overlay of the type VemOverlayNone, which a display skips. The calls
+/// that build an element build it in one working overlay, with the default pen and brush: after
+/// AddImage or AddRegion the later ones carry copies of the last pixels and runs along, under types
+/// that do not show them. To save that memory, build overlays apart and pass them to AddOverlay.
 ///
-/// A position must be valid: nothing is reported. What throws is the allocator, OpenCV's included,
-/// and Reserve. Use a path from one thread at a time; reading it from several at once is safe.
+/// A position must be valid: nothing is reported. A reference to an element lives until the path
+/// grows beyond its room, loses an element, is assigned to or ends. What throws is the allocator,
+/// OpenCV's included, and Reserve; the path is then sound, but may hold a part of what was to be
+/// added or assigned. Use a path from one thread at a time; reading it from several at once is
+/// safe.
+///
+/// The handle owns an IVemOverlayPath, alone.
 class VEM_EXPORT VemOverlayPath {
  public:
   VemOverlayPath();                             ///< No elements.
   VemOverlayPath(const VemOverlayPath& other);  ///< A deep copy.
   /// Makes the list a deep copy of `other`'s and returns a further copy by value, not this path.
+  /// Assigned to itself, a path stays as it is, and the copy is made all the same.
   VemOverlayPath operator=(const VemOverlayPath& other);
   ~VemOverlayPath();
 
