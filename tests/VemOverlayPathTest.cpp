@@ -4,7 +4,6 @@
 
 #include <csignal>
 #include <cstddef>
-#include <random>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -14,6 +13,7 @@
 #include "IVemOverlayPath.h"
 #include "support/OverlayCases.h"
 #include "support/OverlayKinds.h"
+#include "support/OverlayPaths.h"
 #include "support/OverlayRecords.h"
 #include "support/PixelCounter.h"
 #include "support/Support.h"
@@ -54,40 +54,6 @@ void AddTo(IVemOverlayPath& path, const OverlayKind& kind, const Doubles& argume
 template <typename Path>
 bool CanAdd(const OverlayKind& kind) {
   return std::is_same<Path, IVemOverlayPath>::value || kind.add != nullptr;
-}
-
-template <typename Path>
-IVemOverlay& ElementOf(Path& path, int position) {
-  return Impl(path[position]);
-}
-
-// An element that its number tells from others.
-VemOverlay Numbered(int number) {
-  VemOverlay overlay;
-  VemPoint point(number, 0);
-  overlay.GenPoint(point);
-  return overlay;
-}
-
-template <typename Path>
-Path NumberedPath(int count) {
-  Path path;
-  for (int i = 0; i < count; ++i) {
-    VemOverlay overlay = Numbered(i);
-    path.AddOverlay(overlay);
-  }
-  return path;
-}
-
-template <typename Path>
-std::vector<int> NumbersOf(Path& path) {
-  std::vector<int> numbers;
-  for (int i = 0; i < path.Length(); ++i) {
-    VemPoint point(-1, -1);
-    path[i].GetPoint(&point);
-    numbers.push_back(static_cast<int>(point.x));
-  }
-  return numbers;
 }
 
 VemOverlay ImageOverlay() {
@@ -553,56 +519,6 @@ TYPED_TEST(OverlayPath, AssignmentCopiesPixelsForTargetAndResult) {
   PixelCounter counter;
   target = path;
   EXPECT_EQ(counter.Take(), 2);
-}
-
-// --- At random, beside a plain list ---
-
-// One operation on a path and on a list of numbers. An index may be the length.
-template <typename Path>
-void Change(Path& path, std::vector<int>& model, unsigned long operation, int position,
-            int number) {
-  const bool isElement = position < path.Length();
-  VemOverlay overlay = Numbered(number);
-  switch (operation) {
-    case 0:
-      path.AddOverlay(overlay);
-      model.push_back(number);
-      return;
-    case 1:
-      path.Insert(position, overlay);
-      model.insert(model.begin() + position, number);
-      return;
-    case 2:
-      path.Remove(position);
-      if (isElement) model.erase(model.begin() + position);
-      return;
-    case 3:
-      path.Replace(position, overlay);
-      if (isElement) model[static_cast<std::size_t>(position)] = number;
-      return;
-    case 4:
-      if (!isElement) return;
-      path.AddOverlay(path[position]);
-      model.push_back(model[static_cast<std::size_t>(position)]);
-      return;
-    default:
-      path.Reserve(number);
-  }
-}
-
-TYPED_TEST(OverlayPath, BehavesAsAPlainList) {
-  std::mt19937 random(61);
-  TypeParam path;
-  std::vector<int> model;
-  for (int i = 0; i < 10000; ++i) {
-    if (model.size() > 30) {
-      path.Clear();
-      model.clear();
-    }
-    const int position = static_cast<int>(random() % (model.size() + 1));
-    Change(path, model, random() % 6, position, static_cast<int>(random() % 100));
-    ASSERT_EQ(NumbersOf(path), model) << "after operation " << i;
-  }
 }
 
 }  // namespace

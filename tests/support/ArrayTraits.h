@@ -5,7 +5,6 @@
 
 #include <climits>
 #include <cstddef>
-#include <type_traits>
 #include <utility>
 #include <vector>
 

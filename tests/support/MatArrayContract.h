@@ -8,7 +8,6 @@
 #include <new>
 #include <opencv2/core.hpp>
 #include <ostream>
-#include <random>
 #include <vector>
 
 #include "support/ArrayContract.h"

@@ -60,3 +60,9 @@ RegionValue ValueOf(VemRegion& region) {
           RunsOf(data.Rows, data.FirstColumns, data.LastColumns),
           {data.Contours, data.Hierarchy}};
 }
+
+VemPointArray PointArray(const std::vector<VemPoint>& points) {
+  VemPointArray array;
+  for (VemPoint point : points) array.Append(point);
+  return array;
+}

@@ -31,6 +31,8 @@ struct RegionValue {
 bool operator==(const RegionValue& a, const RegionValue& b);
 void PrintTo(const RegionValue& region, std::ostream* out);
 
+VemPointArray PointArray(const std::vector<VemPoint>& points);
+
 /// The block behind a region.
 VemRegionData*& Block(VemRegion& region);
 VemRegion MakeRegion(const RegionValue& plain);
