@@ -73,15 +73,17 @@ class VEM_EXPORT VemImage {
 
   /// Replaces the image by that of a file, and returns whether it has pixels now.
   ///
-  /// Depth and channel order are the decoder's. An image of more than three channels is read a
-  /// second time with at most three: an alpha channel is dropped. Whatever fails, and a null path,
-  /// leaves the empty image, and nothing is raised. A file that is missing or may not be read
-  /// prints nothing; OpenCV's codecs may print on a damaged one.
+  /// Depth and channel order are the decoder's: OpenCV's give blue before green before red. An
+  /// image of more than three channels is read a second time with at most three: an alpha channel
+  /// is dropped. Whatever fails, and a null path, leaves the empty image, and nothing is raised;
+  /// images that share the old pixels keep them. A file that is missing or may not be read prints
+  /// nothing; OpenCV's codecs may print on a damaged one.
   bool ReadImage(const char* path);
   /// The same. The name goes to the file system as UTF-8, whatever the locale.
   bool ReadImage(const wchar_t* path);
 
-  /// Writes the image to a file as `cv::imwrite` does, and returns what that returns.
+  /// Writes the image to a file as `cv::imwrite` does, three channels as blue, green and red, and
+  /// returns what that returns.
   ///
   /// The last four characters of the name, in either case, choose the parameters: `.jpg` and `jpeg`
   /// take JPEG quality 60, `.png` takes the filtered strategy and compression 6. Any other four

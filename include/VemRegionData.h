@@ -8,6 +8,9 @@
 
 /// What a VemRegion keeps: a canvas, runs, and an optional description of outlines that nothing
 /// keeps in step with the runs.
+///
+/// Copies are deep. Use an object from one thread at a time; reading it from several at once is
+/// safe.
 struct VemRegionData {
   int Width = 0;                                       ///< Columns of the canvas.
   int Height = 0;                                      ///< Rows of the canvas.

@@ -36,15 +36,18 @@ struct VemScratchPrecessing {
 
 /// A list of features under a label.
 ///
-/// Positions are not tested and must be valid; Insert at the number of elements adds at the end.
-/// What throws is the allocator alone. Use an object from one thread at a time; reading it from
-/// several at once is safe.
+/// Positions are not tested and must be valid; Insert at the number of elements adds at the end. A
+/// reference to an element lives until the list grows, loses an element, is assigned to or ends.
+/// What throws is the allocator alone: the list is then sound, but may hold a part of what was to
+/// be added or assigned. Use an object from one thread at a time; reading it from several at once
+/// is safe.
 class VEM_EXPORT VemScratchGroup {
  public:
   VemScratchGroup();                              ///< No label, no features.
   VemScratchGroup(VemVar& label);                 ///< A copy of the label, no features.
   VemScratchGroup(const VemScratchGroup& other);  ///< A deep copy.
-  /// Takes over label and features of the copy that the argument is.
+  /// Takes over label and features of the copy that the argument is. Assigned to itself, a group
+  /// stays as it is.
   VemScratchGroup& operator=(VemScratchGroup other);
   ~VemScratchGroup();
 
@@ -69,8 +72,10 @@ class VEM_EXPORT VemScratchGroup {
 /// argument, and for the list.
 ///
 /// Positions are not tested, but for the non-const operator[], and must be valid; Insert at the
-/// number of elements adds at the end. What throws is the allocator alone. Use an object from one
-/// thread at a time; reading it from several at once is safe.
+/// number of elements adds at the end. A reference to a group lives until the list grows, loses an
+/// element, is assigned to or ends. What throws is the allocator alone: the layer is then sound,
+/// but may hold a part of what was to be added or assigned. Use an object from one thread at a
+/// time; reading it from several at once is safe.
 class VEM_EXPORT VemScratchLayer {
  public:
   VemScratchLayer();                               ///< Default settings, no groups.
@@ -101,9 +106,11 @@ class VEM_EXPORT VemScratchLayer {
 
 /// A list of layers.
 ///
-/// Positions are not tested and must be valid; Insert at the number of elements adds at the end.
-/// What throws is the allocator alone. Use an object from one thread at a time; reading it from
-/// several at once is safe.
+/// Positions are not tested and must be valid; Insert at the number of elements adds at the end. A
+/// reference to an element lives until the list grows, loses an element, is assigned to or ends.
+/// What throws is the allocator alone: the list is then sound, but may hold a part of what was to
+/// be added or assigned. Use an object from one thread at a time; reading it from several at once
+/// is safe.
 class VEM_EXPORT VemScratchLayerArray {
  public:
   VemScratchLayerArray();                                   ///< No layers.
