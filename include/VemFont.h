@@ -13,8 +13,9 @@ struct VEM_EXPORT VemFont {
   VemFont();
   /// A copy of the name, the size, weight 500, all flags 0: not the weight and flags of VemFont().
   VemFont(VemVar& name, long size);
-  VemFont(const VemFont& other);             ///< Copies all fields.
-  VemFont& operator=(const VemFont& other);  ///< Copies all fields.
+  VemFont(const VemFont& other);  ///< Copies all fields, the name deeply.
+  /// Copies all fields, the name deeply. Assigned to itself, a font stays as it is.
+  VemFont& operator=(const VemFont& other);
   ~VemFont();
 
   VemVar Name;          ///< The name of the typeface.

@@ -45,7 +45,8 @@ class VEM_EXPORT VemMatrix {
   VemMatrix(int rows, int cols, VemMatrixType type);
   /// Shares the elements of `other`.
   VemMatrix(const VemMatrix& other);
-  /// Shares the elements of `other` and lets the own ones go.
+  /// Shares the elements of `other` and lets the own ones go. Assigned to itself, a matrix stays as
+  /// it is.
   VemMatrix& operator=(const VemMatrix& other);
   ~VemMatrix();
 
