@@ -1,99 +1,212 @@
 #include "coder/Components.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstddef>
-#include <numeric>
 
+#include "coder/RunBlock.h"
 #include "coder/RunScanner.h"
+#include "coder/Scratch.h"
 
 namespace {
 
-/// Sets of runs. The root of a set is its first run, and no run's parent stands behind it.
-class RunSets {
+/// Sets of runs that turn out to be one component, each told by a label. Labels are given in the
+/// order of first runs, and the root of united labels is the first of them.
+class Labels {
  public:
-  void Grow(std::size_t count, std::size_t capacity) {
-    const std::size_t old = parents_.size();
-    parents_.reserve(capacity);
-    parents_.resize(count);
-    std::iota(parents_.begin() + static_cast<std::ptrdiff_t>(old), parents_.end(),
-              static_cast<int>(old));
+  std::size_t Count() const { return count_; }
+
+  /// Makes room for `count` more labels.
+  void Reserve(std::size_t count) { parents_.Grow(count_, count_ + count); }
+
+  int Add() {
+    parents_[count_] = static_cast<int>(count_);
+    return static_cast<int>(count_++);
   }
 
-  /// Unites the set of an earlier run with that of `run`. All that is united with one run is so
-  /// before the next one is touched: its parent is always a root.
-  void Unite(std::size_t earlier, std::size_t run) {
-    const int rootA = Root(static_cast<int>(earlier));
-    const int rootB = parents_[run];
-    const int root = std::min(rootA, rootB);
-    At(std::max(rootA, rootB)) = root;
-    parents_[run] = root;
-  }
-
-  /// Numbers the sets in the order of their first runs and returns the number of each run's set.
-  std::vector<int> TakeNumbers(int& count) {
-    count = 0;
-    for (std::size_t i = 0; i < parents_.size(); ++i) {
-      const int parent = parents_[i];
-      parents_[i] = static_cast<std::size_t>(parent) == i ? count++ : At(parent);
+  int Root(int label) {
+    int parent = At(label);
+    while (parent != label) {
+      label = parent;
+      parent = At(label);
     }
-    return std::move(parents_);
+    return label;
+  }
+
+  /// Unites two roots. Returns the root of both.
+  int Unite(int a, int b) {
+    const int root = std::min(a, b);
+    At(std::max(a, b)) = root;
+    return root;
+  }
+
+  /// Turns labels into the numbers of components, counted in the order of their first runs. Returns
+  /// how many there are.
+  int Number() {
+    int components = 0;
+    for (std::size_t i = 0; i < count_; ++i) {
+      const int parent = parents_[i];
+      parents_[i] = static_cast<std::size_t>(parent) == i ? components++ : At(parent);
+    }
+    return components;
+  }
+
+  int NumberOf(int label) { return At(label); }
+
+ private:
+  int& At(int label) { return parents_[static_cast<std::size_t>(label)]; }
+
+  Scratch<int> parents_;
+  std::size_t count_ = 0;
+};
+
+/// The components of a raster, while its rows are read.
+///
+/// What is told of a run stands in its slot: its edges and its label. Behind the last run of a row,
+/// and before those of the first, there is a slot with edges that no run reaches.
+class Labeller {
+ public:
+  explicit Labeller(const cv::Mat& raster) : scanner_(raster) {}
+
+  // Labels the runs of all rows.
+  void Label() {
+    for (int row = 0; row < scanner_.Rows(); ++row) {
+      Reserve(row);
+      if (row == 0) Close(slots_++);
+      const std::size_t begin = slots_;
+      int* const edges = EdgesOf(begin);
+      const int* const end = scanner_.FindEdges(row, edges, EdgesOf(above_), EdgesOf(begin - 1));
+      if (end == nullptr) {
+        slots_ += begin - above_;
+        LabelAsAbove(begin);
+      } else {
+        slots_ += static_cast<std::size_t>(end - edges) / 2;
+        Close(slots_++);
+        LabelRow(begin);
+      }
+      above_ = begin;
+    }
+  }
+
+  int TakeRuns(std::vector<Run>& runs, std::vector<int>& starts) {
+    const int components = sets_.Number();
+    if (components == 0) return 0;
+    starts.reserve(static_cast<std::size_t>(components) + 1);
+    starts.push_back(0);
+    if (components == 1) {
+      TakeInOrder(runs);
+      starts.push_back(static_cast<int>(runs.size()));
+    } else {
+      TakeByNumber(runs, starts, components);
+    }
+    return components;
   }
 
  private:
-  int& At(int run) { return parents_[static_cast<std::size_t>(run)]; }
+  int* EdgesOf(std::size_t slot) { return edges_.Data() + 2 * slot; }
 
-  int Root(int run) {
-    while (At(run) != run) run = At(run) = At(At(run));
-    return run;
+  void Close(std::size_t slot) { EdgesOf(slot)[0] = EdgesOf(slot)[1] = INT_MAX; }
+
+  // Makes room for the longest row there can be, or for what there will be when the rows to come
+  // are like those read.
+  void Reserve(int row) {
+    const std::size_t needed = slots_ + scanner_.EdgeRoom() / 2 + 2;
+    if (needed > capacity_) {
+      const std::size_t expected =
+          slots_ * static_cast<std::size_t>(scanner_.Rows()) / (static_cast<std::size_t>(row) + 1);
+      capacity_ = std::max(expected + expected / 16, slots_) + needed;
+      labels_.Grow(slots_, capacity_);
+      edges_.Grow(2 * slots_, 2 * capacity_);
+      sets_.Reserve(capacity_);
+    }
   }
 
-  std::vector<int> parents_;
+  // A row that is like the one above: each run touches the one above it, and no other.
+  void LabelAsAbove(std::size_t begin) {
+    std::copy_n(EdgesOf(above_), 2 * (begin - above_), EdgesOf(begin));
+    const int* above = &labels_[above_];
+    int* const end = &labels_[slots_ - 1];
+    for (int* label = &labels_[begin]; label != end; ++label) *label = sets_.Root(*above++);
+  }
+
+  // Runs touch, also by a corner, unless one ends before the other begins.
+  void LabelRow(std::size_t begin) {
+    int* label = &labels_[begin];
+    const int* aboveLabel = &labels_[above_];
+    const int* above = EdgesOf(above_);
+    const int* const end = EdgesOf(slots_ - 1);
+    for (const int* run = EdgesOf(begin); run != end; run += 2) {
+      while (above[1] < run[0]) {
+        above += 2;
+        ++aboveLabel;
+      }
+      if (above[0] > run[1]) {
+        *label++ = sets_.Add();
+        continue;
+      }
+      int root = sets_.Root(*aboveLabel);
+      while (above[2] <= run[1]) {
+        above += 2;
+        root = sets_.Unite(root, sets_.Root(*++aboveLabel));
+      }
+      *label++ = root;
+    }
+  }
+
+  void TakeInOrder(std::vector<Run>& runs) {
+    runs.reserve(slots_ - static_cast<std::size_t>(scanner_.Rows()) - 1);
+    RunBlock block(scanner_.Kernels(), scanner_.Rows(), runs);
+    const int* edges = EdgesOf(1);
+    for (int row = 0; row < scanner_.Rows(); ++row) {
+      const int* end = edges;
+      while (*end != INT_MAX) end += 2;
+      block.Add(edges, static_cast<std::size_t>(end - edges) / 2, row);
+      edges = end + 2;
+    }
+    block.Finish();
+  }
+
+  void TakeByNumber(std::vector<Run>& runs, std::vector<int>& starts, int components) {
+    std::vector<int> next(static_cast<std::size_t>(components));
+    const int* edges = EdgesOf(0);
+    for (std::size_t i = 0; i < slots_; ++i, edges += 2) {
+      if (*edges == INT_MAX) continue;
+      labels_[i] = sets_.NumberOf(labels_[i]);
+      ++next[static_cast<std::size_t>(labels_[i])];
+    }
+    int sum = 0;
+    for (int& place : next) {
+      const int size = place;
+      place = sum;
+      sum += size;
+      starts.push_back(sum);
+    }
+    runs.resize(static_cast<std::size_t>(sum));
+    edges = EdgesOf(0);
+    int row = -1;
+    for (std::size_t i = 0; i < slots_; ++i, edges += 2) {
+      if (*edges == INT_MAX) {
+        ++row;
+      } else {
+        int& place = next[static_cast<std::size_t>(labels_[i])];
+        runs[static_cast<std::size_t>(place++)] = {row, edges[0], edges[1] - 1};
+      }
+    }
+  }
+
+  RunScanner scanner_;
+  Labels sets_;
+  std::size_t slots_ = 0;
+  std::size_t above_ = 0;  // The first slot of the row above.
+  std::size_t capacity_ = 0;
+  Scratch<int> labels_;
+  Scratch<int> edges_;
 };
-
-bool Touch(const Run& a, const Run& b) {
-  return a.LastColumn + 1 >= b.FirstColumn && b.LastColumn + 1 >= a.FirstColumn;
-}
-
-// Unites the runs above, [above, row), with those of the row that touch them, also by a corner. The
-// run that ends first touches nothing further, so it is left behind; which one that is goes by no
-// branch, since it can't be foretold.
-void UniteRows(const std::vector<Run>& runs, std::size_t above, std::size_t row, RunSets& sets) {
-  const std::size_t endAbove = row;
-  while (above < endAbove && row < runs.size()) {
-    if (Touch(runs[above], runs[row])) sets.Unite(above, row);
-    const std::size_t step = runs[above].LastColumn < runs[row].LastColumn ? 1 : 0;
-    above += step;
-    row += 1 - step;
-  }
-}
-
-// Where each set starts when the runs are sorted by set, and a closing entry.
-std::vector<int> CountStarts(const std::vector<int>& numbers, int count) {
-  std::vector<int> starts(static_cast<std::size_t>(count) + 1);
-  for (const int number : numbers) ++starts[static_cast<std::size_t>(number) + 1];
-  std::partial_sum(starts.begin(), starts.end(), starts.begin());
-  return starts;
-}
 
 }  // namespace
 
 int FindComponents(const cv::Mat& raster, std::vector<Run>& runs, std::vector<int>& starts) {
-  std::vector<Run> scanned;
-  RunSets sets;
-  for (RunScanner scanner(raster); scanner.NextRow(scanned);) {
-    sets.Grow(scanned.size(), scanned.capacity());
-    UniteRows(scanned, scanner.AboveBegin(), scanner.RowBegin(), sets);
-  }
-  if (scanned.empty()) return 0;
-
-  int count = 0;
-  const std::vector<int> numbers = sets.TakeNumbers(count);
-  starts = CountStarts(numbers, count);
-  std::vector<int> next(starts);
-  runs.resize(scanned.size());
-  for (std::size_t i = 0; i < scanned.size(); ++i) {
-    int& place = next[static_cast<std::size_t>(numbers[i])];
-    runs[static_cast<std::size_t>(place++)] = scanned[i];
-  }
-  return count;
+  Labeller labeller(raster);
+  labeller.Label();
+  return labeller.TakeRuns(runs, starts);
 }

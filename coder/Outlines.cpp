@@ -3,6 +3,6 @@
 #include "coder/RunScanner.h"
 
 void FindOutlines(const cv::Mat& raster, const Outlines& outlines) {
-  for (RunScanner scanner(raster); scanner.NextRow(outlines.runs);) continue;
+  ListRuns(raster, outlines.runs);
   TraceRuns(outlines);
 }

@@ -32,7 +32,7 @@ void VemRLC::Calc(cv::Mat& raster, bool) {
     ComponentCount = FindComponents(raster, ComponentRuns, ComponentStarts);
     return;
   }
-  for (RunScanner scanner(raster); scanner.NextRow(FillRuns);) continue;
+  ListRuns(raster, FillRuns);
 }
 
 void VemRLC::FindContours(cv::Mat& raster, char, std::vector<cv::Point_<int>>* points,
