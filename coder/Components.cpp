@@ -1,7 +1,6 @@
 #include "coder/Components.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstddef>
 
 #include "coder/RunBlock.h"
@@ -70,21 +69,22 @@ class Labeller {
 
   // Labels the runs of all rows.
   void Label() {
-    for (int row = 0; row < scanner_.Rows(); ++row) {
+    if (scanner_.Rows() == 0) return;
+    EdgeRows found;
+    Reserve(0);
+    Close(slots_++);
+    for (int row = 0; row < scanner_.Rows(); row += found.count) {
       Reserve(row);
-      if (row == 0) Close(slots_++);
-      const std::size_t begin = slots_;
-      int* const edges = EdgesOf(begin);
-      const int* const end = scanner_.FindEdges(row, edges, EdgesOf(above_), EdgesOf(begin - 1));
-      if (end == nullptr) {
-        slots_ += begin - above_;
-        LabelAsAbove(begin);
-      } else {
-        slots_ += static_cast<std::size_t>(end - edges) / 2;
-        Close(slots_++);
+      found.begin = EdgesOf(slots_);
+      found.end = EdgesOf(capacity_);
+      scanner_.FindEdges(found);
+      for (int i = 0; i < found.count; ++i) {
+        const std::size_t begin = slots_;
+        slots_ = static_cast<std::size_t>(found.ends[i] - EdgesOf(0)) / 2;
         LabelRow(begin);
+        ++slots_;
+        above_ = begin;
       }
-      above_ = begin;
     }
   }
 
@@ -103,39 +103,34 @@ class Labeller {
   }
 
  private:
-  int* EdgesOf(std::size_t slot) { return edges_.Data() + 2 * slot; }
+  static constexpr std::size_t kFirstSlots = 1024;
 
-  void Close(std::size_t slot) { EdgesOf(slot)[0] = EdgesOf(slot)[1] = INT_MAX; }
+  Edge* EdgesOf(std::size_t slot) { return edges_.Data() + 2 * slot; }
+
+  void Close(std::size_t slot) { EdgesOf(slot)[0] = EdgesOf(slot)[1] = kNoEdge; }
 
   // Makes room for the longest row there can be, or for what there will be when the rows to come
   // are like those read.
   void Reserve(int row) {
-    const std::size_t needed = slots_ + scanner_.EdgeRoom() / 2 + 2;
-    if (needed > capacity_) {
-      const std::size_t expected =
-          slots_ * static_cast<std::size_t>(scanner_.Rows()) / (static_cast<std::size_t>(row) + 1);
-      capacity_ = std::max(expected + expected / 16, slots_) + needed;
-      labels_.Grow(slots_, capacity_);
-      edges_.Grow(2 * slots_, 2 * capacity_);
-      sets_.Reserve(capacity_);
-    }
-  }
-
-  // A row that is like the one above: each run touches the one above it, and no other.
-  void LabelAsAbove(std::size_t begin) {
-    std::copy_n(EdgesOf(above_), 2 * (begin - above_), EdgesOf(begin));
-    const int* above = &labels_[above_];
-    int* const end = &labels_[slots_ - 1];
-    for (int* label = &labels_[begin]; label != end; ++label) *label = sets_.Root(*above++);
+    const std::size_t needed = slots_ + EdgeRoom(scanner_.Columns()) / 2 + 1;
+    if (needed <= capacity_) return;
+    const std::size_t expected = row == 0 ? 0
+                                          : slots_ * static_cast<std::size_t>(scanner_.Rows()) /
+                                                static_cast<std::size_t>(row);
+    capacity_ = std::max(expected + expected / 16, slots_) + needed + kFirstSlots;
+    labels_.Grow(slots_, capacity_);
+    edges_.Grow(2 * slots_, 2 * capacity_);
+    sets_.Reserve(capacity_);
+    if (row > 0) scanner_.MoveAbove(EdgesOf(above_), EdgesOf(slots_ - 1));
   }
 
   // Runs touch, also by a corner, unless one ends before the other begins.
   void LabelRow(std::size_t begin) {
     int* label = &labels_[begin];
     const int* aboveLabel = &labels_[above_];
-    const int* above = EdgesOf(above_);
-    const int* const end = EdgesOf(slots_ - 1);
-    for (const int* run = EdgesOf(begin); run != end; run += 2) {
+    const Edge* above = EdgesOf(above_);
+    const Edge* const end = EdgesOf(slots_);
+    for (const Edge* run = EdgesOf(begin); run != end; run += 2) {
       while (above[1] < run[0]) {
         above += 2;
         ++aboveLabel;
@@ -156,10 +151,10 @@ class Labeller {
   void TakeInOrder(std::vector<Run>& runs) {
     runs.reserve(slots_ - static_cast<std::size_t>(scanner_.Rows()) - 1);
     RunBlock block(scanner_.Kernels(), scanner_.Rows(), runs);
-    const int* edges = EdgesOf(1);
+    const Edge* edges = EdgesOf(1);
     for (int row = 0; row < scanner_.Rows(); ++row) {
-      const int* end = edges;
-      while (*end != INT_MAX) end += 2;
+      const Edge* end = edges;
+      while (*end != kNoEdge) end += 2;
       block.Add(edges, static_cast<std::size_t>(end - edges) / 2, row);
       edges = end + 2;
     }
@@ -168,9 +163,9 @@ class Labeller {
 
   void TakeByNumber(std::vector<Run>& runs, std::vector<int>& starts, int components) {
     std::vector<int> next(static_cast<std::size_t>(components));
-    const int* edges = EdgesOf(0);
+    const Edge* edges = EdgesOf(0);
     for (std::size_t i = 0; i < slots_; ++i, edges += 2) {
-      if (*edges == INT_MAX) continue;
+      if (*edges == kNoEdge) continue;
       labels_[i] = sets_.NumberOf(labels_[i]);
       ++next[static_cast<std::size_t>(labels_[i])];
     }
@@ -185,11 +180,12 @@ class Labeller {
     edges = EdgesOf(0);
     int row = -1;
     for (std::size_t i = 0; i < slots_; ++i, edges += 2) {
-      if (*edges == INT_MAX) {
+      if (*edges == kNoEdge) {
         ++row;
       } else {
         int& place = next[static_cast<std::size_t>(labels_[i])];
-        runs[static_cast<std::size_t>(place++)] = {row, edges[0], edges[1] - 1};
+        runs[static_cast<std::size_t>(place++)] = {row, static_cast<int>(edges[0]),
+                                                   static_cast<int>(edges[1] - 1)};
       }
     }
   }
@@ -200,7 +196,7 @@ class Labeller {
   std::size_t above_ = 0;  // The first slot of the row above.
   std::size_t capacity_ = 0;
   Scratch<int> labels_;
-  Scratch<int> edges_;
+  Scratch<Edge> edges_;
 };
 
 }  // namespace

@@ -79,9 +79,9 @@ ROW_KERNEL inline std::uint64_t Word(const typename Pixels::Pixel* pixels) {
 }
 
 // Out of the way of words with few edges.
-__attribute__((noinline)) ROW_KERNEL int* StoreManyColumns(std::uint64_t bits, int column,
-                                                           int* edges) {
-  __m256i base = _mm256_set1_epi32(column);
+__attribute__((noinline)) ROW_KERNEL Edge* StoreManyColumns(std::uint64_t bits, Edge column,
+                                                            Edge* edges) {
+  __m256i base = _mm256_set1_epi32(static_cast<int>(column));
   for (int i = 0; i < 8; ++i, bits >>= 8) {
     const std::size_t byte = bits & 0xff;
     const void* const places = kEdgeTable.places[byte];
@@ -95,25 +95,72 @@ __attribute__((noinline)) ROW_KERNEL int* StoreManyColumns(std::uint64_t bits, i
 }
 
 // Two or six at once rather than a loop whose end can't be foretold.
-ROW_KERNEL inline int* StoreColumns(std::uint64_t bits, int column, int* edges) {
+ROW_KERNEL inline Edge* StoreColumns(std::uint64_t bits, Edge column, Edge* edges) {
   const int count = static_cast<int>(_mm_popcnt_u64(bits));
   if (count > 6) return StoreManyColumns(bits, column, edges);
-  edges[0] = column + static_cast<int>(_tzcnt_u64(bits));
+  edges[0] = column + static_cast<Edge>(_tzcnt_u64(bits));
   bits &= bits - 1;
-  edges[1] = column + static_cast<int>(_tzcnt_u64(bits));
+  edges[1] = column + static_cast<Edge>(_tzcnt_u64(bits));
   if (count > 2) {
     for (int i = 2; i < 6; ++i) {
       bits &= bits - 1;
-      edges[i] = column + static_cast<int>(_tzcnt_u64(bits));
+      edges[i] = column + static_cast<Edge>(_tzcnt_u64(bits));
     }
   }
   return edges + count;
 }
 
+template <typename Pixels>
+ROW_KERNEL inline Edge* FindWideEdges(const typename Pixels::Pixel* pixels, int columns,
+                                      int& column, Edge* edges) {
+  return FindWordEdges<Pixels>(pixels, columns, column, edges);
+}
+
+ROW_KERNEL inline __m256i ZeroBytes(const std::uint8_t* pixels) {
+  return Wide<Bytes>::Zero32(pixels);
+}
+
+ROW_KERNEL inline std::uint64_t JoinBits(__m256i first, __m256i second) {
+  const std::uint64_t low = static_cast<std::uint32_t>(_mm256_movemask_epi8(first));
+  const std::uint64_t high = static_cast<std::uint32_t>(_mm256_movemask_epi8(second));
+  return low | high << 32;
+}
+
+// Single bytes are compared with their predecessors before they become bits: most blocks have no
+// edge, and need no bits.
+template <>
+ROW_KERNEL inline Edge* FindWideEdges<Bytes>(const std::uint8_t* pixels, int columns, int& column,
+                                             Edge* edges) {
+  constexpr int kBlock = 128;
+  if (columns < kBlock) return edges;
+  // Before the first pixel stands background.
+  const __m256i first = ZeroBytes(pixels);
+  const __m256i shifted = _mm256_permute2x128_si256(_mm256_set1_epi8(-1), first, 0x20);
+  __m256i before = _mm256_alignr_epi8(first, shifted, 15);
+  for (;; before = ZeroBytes(pixels + column - 1)) {
+    const std::uint8_t* const block = pixels + column;
+    const __m256i a = _mm256_xor_si256(ZeroBytes(block), before);
+    const __m256i b = _mm256_xor_si256(ZeroBytes(block + 32), ZeroBytes(block + 31));
+    const __m256i c = _mm256_xor_si256(ZeroBytes(block + 64), ZeroBytes(block + 63));
+    const __m256i d = _mm256_xor_si256(ZeroBytes(block + 96), ZeroBytes(block + 95));
+    const __m256i any = _mm256_or_si256(_mm256_or_si256(a, b), _mm256_or_si256(c, d));
+    if (_mm256_testz_si256(any, any) == 0) {
+      const std::uint64_t low = JoinBits(a, b);
+      if (low != 0) edges = StoreColumns(low, static_cast<Edge>(column), edges);
+      const std::uint64_t high = JoinBits(c, d);
+      if (high != 0) edges = StoreColumns(high, static_cast<Edge>(column) + kWordBits, edges);
+    }
+    column += kBlock;
+    if (columns - column < kBlock) return edges;
+  }
+}
+
 // Four runs at a time: eight edges become twelve numbers.
-ROW_KERNEL void StoreRuns(const int* edges, std::size_t count, int row, Run* runs) {
+ROW_KERNEL void StoreRuns(const Edge* edges, std::size_t count, int row, Run* runs) {
   if (count <= 4) {  // Edges that were written one by one just now are read so.
-    for (; count > 0; --count, edges += 2) *runs++ = {row, edges[0], edges[1] - 1};
+    for (; count > 0; --count, edges += 2) {
+      *runs++ = {row, static_cast<int>(edges[0]), static_cast<int>(edges[1] - 1)};
+    }
     return;
   }
   const __m256i behind = _mm256_setr_epi32(0, 1, 0, 1, 0, 1, 0, 1);

@@ -11,6 +11,8 @@
 
 namespace {
 
+constexpr int kWordBits = 64;
+
 ROW_KERNEL inline __m128i Load128(const void* from) {
   return _mm_loadu_si128(static_cast<const __m128i*>(from));
 }
@@ -18,8 +20,9 @@ ROW_KERNEL inline __m128i Load128(const void* from) {
 // For each kind of pixel, the 16 bytes that are 0xff where one of 16 pixels is background. Floating
 // point numbers are background when only the sign is set.
 
-template <int kShift>
+template <int kSignBits>
 struct Pixels16 {
+  static constexpr int kShift = kSignBits;
   using Pixel = std::uint16_t;
   ROW_KERNEL static __m128i Zero8(const Pixel* pixels) {
     return _mm_cmpeq_epi16(_mm_slli_epi16(Load128(pixels), kShift), _mm_setzero_si128());
@@ -29,8 +32,9 @@ struct Pixels16 {
   }
 };
 
-template <int kShift>
+template <int kSignBits>
 struct Pixels32 {
+  static constexpr int kShift = kSignBits;
   using Pixel = std::uint32_t;
   ROW_KERNEL static __m128i Zero4(const Pixel* pixels) {
     return _mm_cmpeq_epi32(_mm_slli_epi32(Load128(pixels), kShift), _mm_setzero_si128());
@@ -42,6 +46,7 @@ struct Pixels32 {
 };
 
 struct Bytes {
+  static constexpr int kShift = 0;
   using Pixel = std::uint8_t;
   ROW_KERNEL static __m128i Zero16(const Pixel* pixels) {
     return _mm_cmpeq_epi8(Load128(pixels), _mm_setzero_si128());
@@ -49,6 +54,7 @@ struct Bytes {
 };
 
 struct Doubles {
+  static constexpr int kShift = 1;
   using Pixel = std::uint64_t;
   // Both halves of a number have to be zero.
   ROW_KERNEL static __m128i Zero4(const Pixel* pixels) {
@@ -117,6 +123,13 @@ ROW_KERNEL inline std::uint64_t ShortWord(const typename Pixels::Pixel* pixels, 
   return word;
 }
 
+// A word whose last bit is that of the pixel before.
+template <typename Pixels>
+ROW_KERNEL inline std::uint64_t BitBefore(const typename Pixels::Pixel* pixels) {
+  const auto bits = static_cast<typename Pixels::Pixel>(pixels[-1] << Pixels::kShift);
+  return static_cast<std::uint64_t>(bits != 0) << (kWordBits - 1);
+}
+
 // All bits as the last one.
 ROW_KERNEL inline std::uint64_t AllAsLast(std::uint64_t word) {
   return static_cast<std::uint64_t>(static_cast<std::int64_t>(word) >> (kWordBits - 1));
@@ -126,20 +139,25 @@ template <typename Pixels>
 ROW_KERNEL std::uint64_t Word(const typename Pixels::Pixel* pixels);
 
 // Writes the places of the set bits, counted from a column. Returns the end of what it wrote.
-ROW_KERNEL int* StoreColumns(std::uint64_t bits, int column, int* edges);
+ROW_KERNEL Edge* StoreColumns(std::uint64_t bits, Edge column, Edge* edges);
 
-ROW_KERNEL inline int* StoreChanges(std::uint64_t word, std::uint64_t before, int column,
-                                    int* edges) {
+ROW_KERNEL inline Edge* StoreChanges(std::uint64_t word, std::uint64_t before, int column,
+                                     Edge* edges) {
   const std::uint64_t changes = word ^ (word << 1 | before >> (kWordBits - 1));
-  return changes == 0 ? edges : StoreColumns(changes, column, edges);
+  return changes == 0 ? edges : StoreColumns(changes, static_cast<Edge>(column), edges);
 }
+
+// Finds the edges of as many pixels as there is a quick way for, from the first pixel. Moves the
+// column behind them.
+template <typename Pixels>
+ROW_KERNEL Edge* FindWideEdges(const typename Pixels::Pixel* pixels, int columns, int& column,
+                               Edge* edges);
 
 // Two words at a time, since most are all background or all foreground as what stands before them.
 template <typename Pixels>
-ROW_KERNEL int* FindEdges(const void* row, int columns, int* edges) {
-  const typename Pixels::Pixel* pixels = static_cast<const typename Pixels::Pixel*>(row);
+ROW_KERNEL inline Edge* FindWordEdges(const typename Pixels::Pixel* pixels, int columns,
+                                      int& column, Edge* edges) {
   std::uint64_t before = 0;  // A word whose last bit is that of the pixel before.
-  int column = 0;
   for (; columns - column >= 2 * kWordBits; column += 2 * kWordBits) {
     const std::uint64_t first = Word<Pixels>(pixels + column);
     const std::uint64_t second = Word<Pixels>(pixels + column + kWordBits);
@@ -149,6 +167,16 @@ ROW_KERNEL int* FindEdges(const void* row, int columns, int* edges) {
     edges = StoreChanges(second, first, column + kWordBits, edges);
     before = second;
   }
+  return edges;
+}
+
+template <typename Pixels>
+ROW_KERNEL inline Edge* FindRowEdges(const typename Pixels::Pixel* pixels, int columns,
+                                     Edge* edges) {
+  int column = 0;
+  edges = FindWideEdges<Pixels>(pixels, columns, column, edges);
+  // A word whose last bit is that of the pixel before.
+  std::uint64_t before = column > 0 ? BitBefore<Pixels>(pixels + column) : 0;
   if (columns - column >= kWordBits) {
     const std::uint64_t word = Word<Pixels>(pixels + column);
     edges = StoreChanges(word, before, column, edges);
@@ -162,8 +190,52 @@ ROW_KERNEL int* FindEdges(const void* row, int columns, int* edges) {
                    : ShortWord<Pixels>(pixels, rest);
     return StoreChanges(word, before, column, edges);
   }
-  if (AllAsLast(before) != 0) *edges++ = columns;
+  if (AllAsLast(before) != 0) *edges++ = static_cast<Edge>(columns);
   return edges;
+}
+
+ROW_KERNEL inline bool Equal(const Edge* a, const Edge* aEnd, const Edge* b, const Edge* bEnd) {
+  if (aEnd - a != bEnd - b) return false;
+  for (; a != aEnd; ++a, ++b) {
+    if (*a != *b) return false;
+  }
+  return true;
+}
+
+// The edges of the next row. A row that differs from the one above it makes a further such row
+// likely: after two, their pixels are not compared beforehand.
+template <typename Pixels>
+ROW_KERNEL inline Edge* FindNextEdges(PixelRows& rows, Edge* edges) {
+  if (rows.above != nullptr && rows.differing < 2 &&
+      std::memcmp(rows.pixels, rows.pixels - rows.step, rows.rowBytes) == 0) {
+    const std::size_t count = static_cast<std::size_t>(rows.aboveEnd - rows.above);
+    std::memcpy(edges, rows.above, count * sizeof(Edge));
+    return edges + count;
+  }
+  Edge* const end = FindRowEdges<Pixels>(
+      reinterpret_cast<const typename Pixels::Pixel*>(rows.pixels), rows.columns, edges);
+  const bool same = Equal(rows.above, rows.aboveEnd, edges, end);
+  rows.differing = same ? 0 : rows.differing + 1;
+  return end;
+}
+
+template <typename Pixels>
+ROW_KERNEL void FindEdges(PixelRows& rows, EdgeRows& found) {
+  const std::ptrdiff_t room = static_cast<std::ptrdiff_t>(EdgeRoom(rows.columns));
+  Edge* edges = found.begin;
+  found.count = 0;
+  do {
+    Edge* const end = FindNextEdges<Pixels>(rows, edges);
+    end[0] = kNoEdge;
+    end[1] = kNoEdge;
+    found.ends[found.count++] = end;
+    rows.above = edges;
+    rows.aboveEnd = end;
+    edges = end + kClosingEdges;
+    --rows.count;
+    if (rows.count == 0) return;  // No place behind the last row is told.
+    rows.pixels += rows.step;
+  } while (found.count < EdgeRows::kMost && found.end - edges >= room);
 }
 
 }  // namespace

@@ -12,15 +12,15 @@ std::uint64_t Word(const typename Pixels::Pixel* pixels) {
          Bits16<Pixels>(pixels + 32) << 32 | Bits16<Pixels>(pixels + 48) << 48;
 }
 
-int* StoreColumns(std::uint64_t bits, int column, int* edges) {
+Edge* StoreColumns(std::uint64_t bits, Edge column, Edge* edges) {
   // Few one by one, many byte after byte.
   for (int i = 0; i < 6; ++i) {
-    *edges++ = column + __builtin_ctzll(bits);
+    *edges++ = column + static_cast<Edge>(__builtin_ctzll(bits));
     bits &= bits - 1;
     if (bits == 0) return edges;
   }
   const __m128i zero = _mm_setzero_si128();
-  __m128i base = _mm_set1_epi32(column);
+  __m128i base = _mm_set1_epi32(static_cast<int>(column));
   for (int i = 0; i < 8; ++i, bits >>= 8) {
     const std::size_t byte = bits & 0xff;
     const void* const places = kEdgeTable.places[byte];
@@ -35,9 +35,14 @@ int* StoreColumns(std::uint64_t bits, int column, int* edges) {
   return edges;
 }
 
-void StoreRuns(const int* edges, std::size_t count, int row, Run* runs) {
+template <typename Pixels>
+Edge* FindWideEdges(const typename Pixels::Pixel* pixels, int columns, int& column, Edge* edges) {
+  return FindWordEdges<Pixels>(pixels, columns, column, edges);
+}
+
+void StoreRuns(const Edge* edges, std::size_t count, int row, Run* runs) {
   for (std::size_t i = 0; i < count; ++i) {
-    runs[i] = {row, edges[2 * i], edges[2 * i + 1] - 1};
+    runs[i] = {row, static_cast<int>(edges[2 * i]), static_cast<int>(edges[2 * i + 1] - 1)};
   }
 }
 

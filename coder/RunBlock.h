@@ -16,7 +16,7 @@ class RunBlock {
       : rows_(static_cast<std::size_t>(rows)), store_(kernels.storeRuns), runs_(runs) {}
 
   /// Adds `count` runs of a row, told by their edges.
-  void Add(const int* edges, std::size_t count, int row) {
+  void Add(const Edge* edges, std::size_t count, int row) {
     while (count > kRoom - size_) {
       const std::size_t some = kRoom - size_;
       store_(edges, some, row, block_ + size_);
@@ -49,7 +49,7 @@ class RunBlock {
   }
 
   const std::size_t rows_;
-  void (*const store_)(const int*, std::size_t, int, Run*);
+  void (*const store_)(const Edge*, std::size_t, int, Run*);
   std::vector<Run>& runs_;
   std::size_t size_ = 0;
   Run block_[kRoom + kSlack];

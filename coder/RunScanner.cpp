@@ -1,5 +1,7 @@
 #include "coder/RunScanner.h"
 
+#include <memory>
+
 #include "coder/RunBlock.h"
 
 namespace {
@@ -28,31 +30,34 @@ PixelKind KindOf(int depth) {
   }
 }
 
+// The scratch of a raster's runs: what two rows need at most, and enough for many rows with few.
+std::size_t BufferRoom(int columns) { return 2 * EdgeRoom(columns) + 2048; }
+
 }  // namespace
 
 RunScanner::RunScanner(const cv::Mat& raster)
-    : raster_(raster),
-      rows_(CodedRows(raster)),
-      rowBytes_(static_cast<std::size_t>(raster.cols) * raster.elemSize1()),
+    : rows_(CodedRows(raster)),
       kernels_(BestRowKernels()),
-      findEdges_(kernels_.findEdges[KindOf(raster.depth())]) {}
+      findEdges_(kernels_.findEdges[KindOf(raster.depth())]),
+      next_{raster.data, rows_ > 0 ? raster.step[0] : 0,
+            static_cast<std::size_t>(raster.cols) * raster.elemSize1(), raster.cols, rows_} {}
 
 void ListRuns(const cv::Mat& raster, std::vector<Run>& runs) {
   RunScanner scanner(raster);
   if (scanner.Rows() == 0) return;
+  const std::size_t room = BufferRoom(scanner.Columns());
+  const std::unique_ptr<Edge[]> edges(new Edge[room]);
+  EdgeRows found;
+  found.begin = edges.get();
+  found.end = found.begin + room;
   RunBlock block(scanner.Kernels(), scanner.Rows(), runs);
-  const std::size_t room = scanner.EdgeRoom();
-  std::vector<int> rows(2 * room);
-  int* edges = rows.data();
-  int* end = edges;
-  int* other = edges + room;
-  for (int row = 0; row < scanner.Rows(); ++row) {
-    int* const found = scanner.FindEdges(row, other, edges, end);
-    if (found != nullptr) {
-      std::swap(edges, other);
-      end = found;
+  int row = 0;
+  while (scanner.FindEdges(found)) {
+    for (int i = 0; i < found.count; ++i) {
+      const Edge* const begin = found.Row(i);
+      block.Add(begin, static_cast<std::size_t>(found.ends[i] - begin) / 2, row++);
     }
-    block.Add(edges, static_cast<std::size_t>(end - edges) / 2, row);
+    scanner.ForgetAbove();
   }
   block.Finish();
 }
