@@ -72,7 +72,8 @@ class Labeller {
     if (scanner_.Rows() == 0) return;
     EdgeRows found;
     Reserve(0);
-    Close(slots_++);
+    Close(slots_);
+    labels_[slots_++] = kNoLabel;
     for (int row = 0; row < scanner_.Rows(); row += found.count) {
       Reserve(row);
       found.begin = EdgesOf(slots_);
@@ -81,8 +82,12 @@ class Labeller {
       for (int i = 0; i < found.count; ++i) {
         const std::size_t begin = slots_;
         slots_ = static_cast<std::size_t>(found.ends[i] - EdgesOf(0)) / 2;
-        LabelRow(begin);
-        ++slots_;
+        if (found.likeAbove[i]) {
+          LabelAsAbove(begin);
+        } else {
+          LabelRow(begin);
+        }
+        labels_[slots_++] = kNoLabel;
         above_ = begin;
       }
     }
@@ -104,6 +109,7 @@ class Labeller {
 
  private:
   static constexpr std::size_t kFirstSlots = 1024;
+  static constexpr int kNoLabel = -1;  // Of the slot behind a row.
 
   Edge* EdgesOf(std::size_t slot) { return edges_.Data() + 2 * slot; }
 
@@ -122,6 +128,13 @@ class Labeller {
     edges_.Grow(2 * slots_, 2 * capacity_);
     sets_.Reserve(capacity_);
     if (row > 0) scanner_.MoveAbove(EdgesOf(above_), EdgesOf(slots_ - 1));
+  }
+
+  // A row that is like the one above: each run touches the one above it, and no other.
+  void LabelAsAbove(std::size_t begin) {
+    const int* above = &labels_[above_];
+    int* const end = &labels_[slots_];
+    for (int* label = &labels_[begin]; label != end; ++label) *label = sets_.Root(*above++);
   }
 
   // Runs touch, also by a corner, unless one ends before the other begins.
@@ -162,13 +175,7 @@ class Labeller {
   }
 
   void TakeByNumber(std::vector<Run>& runs, std::vector<int>& starts, int components) {
-    std::vector<int> next(static_cast<std::size_t>(components));
-    const Edge* edges = EdgesOf(0);
-    for (std::size_t i = 0; i < slots_; ++i, edges += 2) {
-      if (*edges == kNoEdge) continue;
-      labels_[i] = sets_.NumberOf(labels_[i]);
-      ++next[static_cast<std::size_t>(labels_[i])];
-    }
+    std::vector<int> next = CountRuns(components);
     int sum = 0;
     for (int& place : next) {
       const int size = place;
@@ -177,17 +184,43 @@ class Labeller {
       starts.push_back(sum);
     }
     runs.resize(static_cast<std::size_t>(sum));
-    edges = EdgesOf(0);
-    int row = -1;
-    for (std::size_t i = 0; i < slots_; ++i, edges += 2) {
-      if (*edges == kNoEdge) {
+    const Edge* edges = EdgesOf(1);
+    int row = 0;
+    int number = 0;
+    int place = next[0];  // Of the component whose run was stored last.
+    for (std::size_t i = 1; i < slots_; ++i, edges += 2) {
+      if (labels_[i] == kNoLabel) {
         ++row;
-      } else {
-        int& place = next[static_cast<std::size_t>(labels_[i])];
-        runs[static_cast<std::size_t>(place++)] = {row, static_cast<int>(edges[0]),
-                                                   static_cast<int>(edges[1] - 1)};
+        continue;
       }
+      if (labels_[i] != number) {
+        next[static_cast<std::size_t>(number)] = place;
+        number = labels_[i];
+        place = next[static_cast<std::size_t>(number)];
+      }
+      runs[static_cast<std::size_t>(place++)] = {row, static_cast<int>(edges[0]),
+                                                 static_cast<int>(edges[1] - 1)};
     }
+  }
+
+  // Turns the labels into numbers of components. Returns how many runs each has. Counted aside
+  // while the number stays: one after the other, additions in memory wait for each other.
+  std::vector<int> CountRuns(int components) {
+    std::vector<int> counts(static_cast<std::size_t>(components));
+    int number = 0;
+    int count = 0;
+    for (std::size_t i = 1; i < slots_; ++i) {
+      if (labels_[i] == kNoLabel) continue;
+      labels_[i] = sets_.NumberOf(labels_[i]);
+      if (labels_[i] != number) {
+        counts[static_cast<std::size_t>(number)] += count;
+        number = labels_[i];
+        count = 0;
+      }
+      ++count;
+    }
+    counts[static_cast<std::size_t>(number)] += count;
+    return counts;
   }
 
   RunScanner scanner_;

@@ -44,10 +44,11 @@ struct PixelRows {
 struct EdgeRows {
   static constexpr int kMost = 64;
 
-  Edge* begin;        ///< The edges of the first row.
-  const Edge* end;    ///< The end of the room. There is enough for one row.
-  Edge* ends[kMost];  ///< For each row the end of its edges, behind which it is closed.
-  int count = 0;      ///< The number of rows.
+  Edge* begin;            ///< The edges of the first row.
+  const Edge* end;        ///< The end of the room. There is enough for one row.
+  bool likeAbove[kMost];  ///< For each row whether it surely has the edges of the one above it.
+  Edge* ends[kMost];      ///< For each row the end of its edges, behind which it is closed.
+  int count = 0;          ///< The number of rows.
 
   Edge* Row(int i) const { return i == 0 ? begin : ends[i - 1] + kClosingEdges; }
 };

@@ -202,20 +202,22 @@ ROW_KERNEL inline bool Equal(const Edge* a, const Edge* aEnd, const Edge* b, con
   return true;
 }
 
-// The edges of the next row. A row that differs from the one above it makes a further such row
-// likely: after two, their pixels are not compared beforehand.
+// The edges of the next row, and whether they are those of the one above. A row that differs from
+// the one above it makes a further such row likely: after two, their pixels are not compared
+// beforehand.
 template <typename Pixels>
-ROW_KERNEL inline Edge* FindNextEdges(PixelRows& rows, Edge* edges) {
+ROW_KERNEL inline Edge* FindNextEdges(PixelRows& rows, Edge* edges, bool& likeAbove) {
   if (rows.above != nullptr && rows.differing < 2 &&
       std::memcmp(rows.pixels, rows.pixels - rows.step, rows.rowBytes) == 0) {
+    likeAbove = true;
     const std::size_t count = static_cast<std::size_t>(rows.aboveEnd - rows.above);
     std::memcpy(edges, rows.above, count * sizeof(Edge));
     return edges + count;
   }
   Edge* const end = FindRowEdges<Pixels>(
       reinterpret_cast<const typename Pixels::Pixel*>(rows.pixels), rows.columns, edges);
-  const bool same = Equal(rows.above, rows.aboveEnd, edges, end);
-  rows.differing = same ? 0 : rows.differing + 1;
+  likeAbove = rows.above != nullptr && Equal(rows.above, rows.aboveEnd, edges, end);
+  rows.differing = likeAbove ? 0 : rows.differing + 1;
   return end;
 }
 
@@ -225,7 +227,7 @@ ROW_KERNEL void FindEdges(PixelRows& rows, EdgeRows& found) {
   Edge* edges = found.begin;
   found.count = 0;
   do {
-    Edge* const end = FindNextEdges<Pixels>(rows, edges);
+    Edge* const end = FindNextEdges<Pixels>(rows, edges, found.likeAbove[found.count]);
     end[0] = kNoEdge;
     end[1] = kNoEdge;
     found.ends[found.count++] = end;
