@@ -1,7 +1,10 @@
 #include "coder/RunTracer.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstddef>
+#include <cstdint>
+#include <memory>
 #include <stdexcept>
 
 // Borders follow the sides of runs. Every run has a left side, which a border passes downward, and
@@ -32,134 +35,187 @@ enum Direction : int {
   kNoDirection
 };
 
-constexpr int kStepX[] = {1, 1, 0, -1, -1, -1, 0, 1};
-constexpr int kStepY[] = {0, -1, -1, -1, 0, 1, 1, 1};
-
 // Side 2 * i is the left side of run i, side 2 * i + 1 the right one.
 int LeftOf(std::size_t run) { return static_cast<int>(2 * run); }
 int RightOf(std::size_t run) { return static_cast<int>(2 * run + 1); }
-bool IsRight(int side) { return (side & 1) != 0; }
-std::size_t RunOf(int side) { return static_cast<std::size_t>(side) / 2; }
 
-/// A closed chain of moves, of which the pixels where the direction changes are kept.
-class Chain {
- public:
-  Chain(std::vector<cv::Point>& points, int x, int y)
-      : points_(points), begin_(points.size()), x_(x), y_(y) {}
+struct Side {
+  int next;  // The side that follows; the complement of its outline's index when that is known.
+  int column;
+};
 
-  void Move(int direction, int steps) {
-    if (steps == 0) return;
-    if (direction != direction_) {
-      if (direction_ == kNoDirection) first_ = direction;
-      points_.emplace_back(x_, y_);
-      direction_ = direction;
+// The moves from one side to the next have one to three parts, each of one direction.
+struct Lead {
+  std::uint8_t first;  // The direction of the first part, kNoDirection where nothing moves.
+  std::uint8_t last;   // That of the last part.
+  std::uint8_t bends;  // The number of parts behind the first.
+  bool isLate;         // The first part is the long one, so the first bend is near the end.
+};
+
+// Distances go forward from a side: eastward from a left one, westward from a right one. Those
+// beyond both ends of the table lead as the outermost do.
+constexpr int kNearest = -3;
+constexpr int kFarthest = 2;
+
+// Told for a left side; a right side turns the moves by 180 degrees.
+constexpr Lead LeftLead(bool changesSide, int distance) {
+  if (changesSide) {
+    if (distance > 0) return {kEast, kEast, 0, false};  // Along the run to its other end.
+    if (distance == 0) return {kNoDirection, kNoDirection, 0, false};
+    // Under the gap to the run before, whose right side is next.
+    const std::uint8_t bends = distance < -2 ? 2 : 1;
+    return {kSouthWest, kNorthWest, bends, false};
+  }
+  if (distance == 0) return {kSouth, kSouth, 0, false};
+  if (distance == -1) return {kSouthWest, kSouthWest, 0, false};
+  if (distance < 0) return {kSouthWest, kWest, 1, false};
+  if (distance == 1) return {kSouthEast, kSouthEast, 0, false};
+  return {kEast, kSouthEast, 1, true};
+}
+
+struct LeadTable {
+  Lead leads[2][2][kFarthest - kNearest + 1];  // By side, by change of side, by distance.
+};
+
+constexpr LeadTable MakeLeadTable() {
+  LeadTable table = {};
+  for (int isRight = 0; isRight < 2; ++isRight) {
+    for (int changesSide = 0; changesSide < 2; ++changesSide) {
+      for (int distance = kNearest; distance <= kFarthest; ++distance) {
+        Lead lead = LeftLead(changesSide != 0, distance);
+        if (isRight != 0 && lead.first != kNoDirection) {
+          lead.first = static_cast<std::uint8_t>(lead.first ^ 4);
+          lead.last = static_cast<std::uint8_t>(lead.last ^ 4);
+        }
+        table.leads[isRight][changesSide][distance - kNearest] = lead;
+      }
     }
-    x_ += kStepX[direction] * steps;
-    y_ += kStepY[direction] * steps;
+  }
+  return table;
+}
+
+constexpr LeadTable kLeads = MakeLeadTable();
+
+/// Gathers points in a block that stays near the processor, and adds them to the end of a list when
+/// it is full.
+class PointBlock {
+ public:
+  static constexpr std::size_t kRoom = 508;
+
+  explicit PointBlock(std::vector<cv::Point>& points) : points_(points) {}
+
+  cv::Point* Begin() { return block_; }
+  // The last place at which a lead has room.
+  cv::Point* Last() { return block_ + kRoom; }
+
+  // The number of points before `end`, those of the list included.
+  std::size_t CountTo(const cv::Point* end) const {
+    return points_.size() + static_cast<std::size_t>(end - block_);
   }
 
-  /// A chain without moves is one pixel. The first pixel is no vertex where the chain runs straight
-  /// through it.
-  void Close() {
-    if (direction_ == kNoDirection) {
-      points_.emplace_back(x_, y_);
-    } else if (direction_ == first_) {
-      points_.erase(points_.begin() + static_cast<std::ptrdiff_t>(begin_));
-    }
+  // Adds the points before `end` to the list, which gets room for `expected` at least when it has
+  // to move.
+  void Flush(const cv::Point* end, std::size_t expected) {
+    const std::size_t count = CountTo(end);
+    if (count > points_.capacity()) points_.reserve(std::max(count, expected));
+    points_.insert(points_.end(), static_cast<const cv::Point*>(block_), end);
   }
 
  private:
   std::vector<cv::Point>& points_;
-  const std::size_t begin_;
-  int x_;
-  int y_;
-  int direction_ = kNoDirection;
-  int first_ = kNoDirection;
+  cv::Point block_[kRoom + 4];
 };
 
 class Tracer {
  public:
-  explicit Tracer(const Outlines& outlines) : out_(outlines) {}
+  explicit Tracer(const Outlines& outlines)
+      : out_(outlines), block_(outlines.points), end_(block_.Begin()) {
+    const std::size_t count = outlines.runs.size();
+    if (count > INT_MAX / 8) throw std::length_error("too many runs to outline");
+    sides_.reset(new Side[2 * count]);
+  }
 
   // Links the sides of all runs, row by row.
   void Link() {
-    CloseSides();
     const std::size_t count = out_.runs.size();
     std::size_t above = 0;
     for (std::size_t row = 0; row < count;) {
-      std::size_t end = row + 1;
-      while (end < count && At(end).Row == At(row).Row) ++end;
-      if (row > 0 && At(row - 1).Row + 1 != At(row).Row) above = row;
-      LinkDown(above, row, end);
-      LinkUp(above, row, end);
+      const std::size_t end = CloseRow(row);
+      if (row > 0 && At(row - 1).Row + 1 == At(row).Row) LinkRows(above, row, end);
       above = row;
       row = end;
     }
   }
 
   void Trace() {
-    out_.points.reserve(2 * next_.size());
-    for (std::size_t run = 0; run < out_.runs.size(); ++run) {
-      if (IsOpen(LeftOf(run))) {
+    const std::size_t count = out_.runs.size();
+    for (std::size_t run = 0; run < count; ++run) {
+      if (sides_[2 * run].next >= 0) {
         out_.runStarts.push_back(static_cast<int>(run));
         AddOuter();
         Follow(LeftOf(run));
       }
-      if (IsOpen(RightOf(run))) {
+      if (sides_[2 * run + 1].next >= 0) {
         AddHole(run);
         Follow(RightOf(run));
       }
     }
-    if (out_.runs.empty()) return;
-    out_.runStarts.push_back(static_cast<int>(out_.runs.size()));
+    if (count == 0) return;
+    block_.Flush(end_, 0);
+    out_.runStarts.push_back(static_cast<int>(count));
     out_.pointStarts.push_back(static_cast<int>(out_.points.size()));
   }
 
  private:
   const Run& At(std::size_t run) const { return out_.runs[run]; }
-  int& Next(int side) { return next_[static_cast<std::size_t>(side)]; }
-  int Column(int side) const {
-    return IsRight(side) ? At(RunOf(side)).LastColumn : At(RunOf(side)).FirstColumn;
+  Side& SideAt(int side) { return sides_[static_cast<std::size_t>(side)]; }
+
+  // All runs of a row end above and below until a neighbour is found: each side leads to the other.
+  // Returns the row's end.
+  std::size_t CloseRow(std::size_t row) {
+    const std::size_t count = out_.runs.size();
+    std::size_t run = row;
+    do {
+      sides_[2 * run] = {RightOf(run), At(run).FirstColumn};
+      sides_[2 * run + 1] = {LeftOf(run), At(run).LastColumn};
+      ++run;
+    } while (run < count && At(run).Row == At(row).Row);
+    return run;
   }
 
-  // A side whose border has been followed holds the complement of its outline's index.
-  bool IsOpen(int side) { return Next(side) >= 0; }
-  int OutlineOf(int side) { return ~Next(side); }
-
-  // All runs end above and below until a neighbour is found: each side leads to the other.
-  void CloseSides() {
-    if (out_.runs.size() > INT_MAX / 8) throw std::length_error("too many runs to outline");
-    next_.reserve(2 * out_.runs.size());
-    for (std::size_t run = 0; run < out_.runs.size(); ++run) {
-      next_.push_back(RightOf(run));
-      next_.push_back(LeftOf(run));
+  // Links the left sides of the runs above, [above, row), downward and the right sides of the row's
+  // runs, [row, end), upward. What a left side leads to is the first run below that ends behind it;
+  // what a right side leads to is the last run above that begins before it.
+  void LinkRows(std::size_t above, std::size_t row, std::size_t end) {
+    std::size_t upper = above;
+    std::size_t lower = row;
+    while (upper < row && lower < end) {
+      if (At(upper).FirstColumn <= At(lower).LastColumn + 1) {
+        LinkDown(above, upper++, lower);
+      } else {
+        if (upper > above) LinkUp(upper - 1, lower, end);
+        ++lower;
+      }
     }
+    for (; lower < end; ++lower) LinkUp(upper - 1, lower, end);
   }
 
-  // Links the left sides of the runs above, [above, row), with the row's runs, [row, end).
-  void LinkDown(std::size_t above, std::size_t row, std::size_t end) {
-    std::size_t below = row;
-    for (std::size_t run = above; run < row; ++run) {
-      while (below < end && At(below).LastColumn < At(run).FirstColumn - 1) ++below;
-      if (below == end) return;
-      if (At(below).FirstColumn > At(run).LastColumn + 1) continue;
-      const bool closesGap = At(below).FirstColumn < At(run).FirstColumn && run > above &&
-                             At(run - 1).LastColumn >= At(below).FirstColumn - 1;
-      Next(LeftOf(run)) = closesGap ? RightOf(run - 1) : LeftOf(below);
-    }
+  void LinkDown(std::size_t above, std::size_t upper, std::size_t lower) {
+    const Run& run = At(upper);
+    const Run& below = At(lower);
+    if (below.FirstColumn > run.LastColumn + 1) return;
+    const bool closesGap = below.FirstColumn < run.FirstColumn && upper > above &&
+                           At(upper - 1).LastColumn >= below.FirstColumn - 1;
+    sides_[2 * upper].next = closesGap ? RightOf(upper - 1) : LeftOf(lower);
   }
 
-  // Links the right sides of the row's runs, [row, end), with the runs above, [above, row).
-  void LinkUp(std::size_t above, std::size_t row, std::size_t end) {
-    if (above == row) return;
-    for (std::size_t run = row; run < end; ++run) {
-      while (above + 1 < row && At(above + 1).FirstColumn <= At(run).LastColumn + 1) ++above;
-      if (At(above).FirstColumn > At(run).LastColumn + 1) continue;
-      if (At(above).LastColumn < At(run).FirstColumn - 1) continue;
-      const bool closesGap = At(above).LastColumn > At(run).LastColumn && run + 1 < end &&
-                             At(run + 1).FirstColumn <= At(above).LastColumn + 1;
-      Next(RightOf(run)) = closesGap ? LeftOf(run + 1) : RightOf(above);
-    }
+  void LinkUp(std::size_t upper, std::size_t lower, std::size_t end) {
+    const Run& run = At(lower);
+    const Run& above = At(upper);
+    if (above.LastColumn < run.FirstColumn - 1) return;
+    const bool closesGap = above.LastColumn > run.LastColumn && lower + 1 < end &&
+                           At(lower + 1).FirstColumn <= above.LastColumn + 1;
+    sides_[2 * lower + 1].next = closesGap ? LeftOf(lower + 1) : RightOf(upper);
   }
 
   void AddOuter() {
@@ -171,7 +227,7 @@ class Tracer {
   // The border at the left of the run in which a hole's border starts is known already: it is the
   // outer border of the component, or that of another hole in it.
   void AddHole(std::size_t run) {
-    const int known = OutlineOf(LeftOf(run));
+    const int known = ~sides_[2 * run].next;
     const int parent = Record(known)[3] >= 0 ? Record(known)[3] : known;
     const int outline = AddOutline(parent);
     int& last = lastHoles_[static_cast<std::size_t>(parent)];
@@ -185,7 +241,7 @@ class Tracer {
 
   int AddOutline(int parent) {
     const int outline = static_cast<int>(out_.hierarchy.size());
-    out_.pointStarts.push_back(static_cast<int>(out_.points.size()));
+    out_.pointStarts.push_back(static_cast<int>(block_.CountTo(end_)));
     out_.hierarchy.emplace_back(-1, -1, -1, parent);
     lastHoles_.push_back(-1);
     return outline;
@@ -198,47 +254,77 @@ class Tracer {
     Record(next)[1] = previous;
   }
 
-  // Follows the border of the outline added last from one of its sides around to it.
+  // Follows the border of the outline added last from one of its sides around to it. A vertex
+  // stands wherever the direction changes. Each lead writes all the vertices that it may have, and
+  // keeps those that it has: which ones can't be foretold.
   void Follow(int start) {
     const int mark = ~(static_cast<int>(out_.hierarchy.size()) - 1);
-    Chain chain(out_.points, Column(start), At(RunOf(start)).Row);
+    const cv::Point* const last = block_.Last();
+    cv::Point* end = end_;
     int side = start;
+    int x = SideAt(start).column;
+    int y = At(static_cast<std::size_t>(start) / 2).Row;
+    int first = kNoDirection;
+    int direction = kNoDirection;
     do {
-      const int next = Next(side);
-      Next(side) = mark;
-      Lead(chain, side, next);
+      const int next = SideAt(side).next;
+      SideAt(side).next = mark;
+      const int column = SideAt(next).column;
+      const int isRight = side & 1;
+      const int changesSide = (side ^ next) & 1;
+      const int forward = 1 - 2 * isRight;
+      const std::int64_t distance = (static_cast<std::int64_t>(column) - x) * forward;
+      const std::int64_t entry =
+          std::min<std::int64_t>(std::max<std::int64_t>(distance, kNearest), kFarthest) - kNearest;
+      const Lead lead = kLeads.leads[isRight][changesSide][entry];
+      const int entered = lead.first == kNoDirection ? direction : lead.first;
+      *end = {x, y};
+      end += entered != direction ? 1 : 0;
+      end[0] = {(lead.isLate ? column : x) - forward, lead.isLate ? y : y + forward};
+      end[1] = {column + forward, y + forward};
+      end += lead.bends;
+      first = first == kNoDirection ? entered : first;
+      direction = lead.first == kNoDirection ? direction : lead.last;
+      x = column;
+      y += changesSide != 0 ? 0 : forward;
       side = next;
+      ++followed_;
+      if (end > last) end = Flush(end);
     } while (side != start);
-    chain.Close();
+    end_ = end;
+    Close(first, direction, {x, y});
   }
 
-  // The moves from one side to the next, told for a left side; a right side turns them by 180
-  // degrees.
-  void Lead(Chain& chain, int side, int next) const {
-    const int turn = IsRight(side) ? 4 : 0;
-    const int eastward = Column(next) - Column(side);
-    const int distance = IsRight(side) ? -eastward : eastward;
-    if (IsRight(side) != IsRight(next)) {
-      if (distance >= 0) {  // Along the run to its other end.
-        chain.Move(kEast ^ turn, distance);
-      } else {  // Under the gap to the run before, whose right side is next.
-        chain.Move(kSouthWest ^ turn, 1);
-        chain.Move(kWest ^ turn, -distance - 2);
-        chain.Move(kNorthWest ^ turn, 1);
+  cv::Point* Flush(const cv::Point* end) {
+    const double all = 2 * static_cast<double>(out_.runs.size());
+    const double expected =
+        static_cast<double>(block_.CountTo(end)) * all / static_cast<double>(followed_);
+    block_.Flush(end, std::max(static_cast<std::size_t>(1.06 * expected), 2 * block_.CountTo(end)));
+    return block_.Begin();
+  }
+
+  // A chain without moves is one pixel. The first pixel is no vertex where the chain runs straight
+  // through it.
+  void Close(int first, int direction, const cv::Point& pixel) {
+    if (direction == kNoDirection) {
+      *end_++ = pixel;
+    } else if (direction == first) {
+      const std::size_t begin = static_cast<std::size_t>(out_.pointStarts.back());
+      if (begin < out_.points.size()) {
+        end_ = Flush(end_);
+        out_.points.erase(out_.points.begin() + static_cast<std::ptrdiff_t>(begin));
+      } else {
+        cv::Point* const vertex = block_.Begin() + (begin - out_.points.size());
+        end_ = std::copy(vertex + 1, end_, vertex);
       }
-    } else if (distance < 0) {
-      chain.Move(kSouthWest ^ turn, 1);
-      chain.Move(kWest ^ turn, -distance - 1);
-    } else if (distance == 0) {
-      chain.Move(kSouth ^ turn, 1);
-    } else {
-      chain.Move(kEast ^ turn, distance - 1);
-      chain.Move(kSouthEast ^ turn, 1);
     }
   }
 
   const Outlines& out_;
-  std::vector<int> next_;
+  PointBlock block_;
+  cv::Point* end_;  // Of the points in the block.
+  std::unique_ptr<Side[]> sides_;
+  std::size_t followed_ = 0;
   std::vector<int> lastHoles_;
   int lastOuter_ = -1;
 };
