@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 // Borders follow the sides of runs. Every run has a left side, which a border passes downward, and
 // a right side, which it passes upward; so the background is always on the border's right hand, and
@@ -46,10 +47,11 @@ struct Side {
 
 // The moves from one side to the next have one to three parts, each of one direction.
 struct Lead {
-  std::uint8_t first;  // The direction of the first part, kNoDirection where nothing moves.
-  std::uint8_t last;   // That of the last part.
-  std::uint8_t bends;  // The number of parts behind the first.
-  bool isLate;         // The first part is the long one, so the first bend is near the end.
+  std::uint8_t first;   // The direction of the first part.
+  std::uint8_t last;    // That of the last part.
+  std::uint8_t bends;   // The number of parts behind the first.
+  std::uint8_t isLate;  // Whether the first part is the long one: its bend is near the end.
+  std::uint8_t moves;   // Whether there is a part at all.
 };
 
 // Distances go forward from a side: eastward from a left one, westward from a right one. Those
@@ -60,17 +62,17 @@ constexpr int kFarthest = 2;
 // Told for a left side; a right side turns the moves by 180 degrees.
 constexpr Lead LeftLead(bool changesSide, int distance) {
   if (changesSide) {
-    if (distance > 0) return {kEast, kEast, 0, false};  // Along the run to its other end.
-    if (distance == 0) return {kNoDirection, kNoDirection, 0, false};
+    if (distance > 0) return {kEast, kEast, 0, 0, 1};  // Along the run to its other end.
+    if (distance == 0) return {kEast, kEast, 0, 0, 0};
     // Under the gap to the run before, whose right side is next.
     const std::uint8_t bends = distance < -2 ? 2 : 1;
-    return {kSouthWest, kNorthWest, bends, false};
+    return {kSouthWest, kNorthWest, bends, 0, 1};
   }
-  if (distance == 0) return {kSouth, kSouth, 0, false};
-  if (distance == -1) return {kSouthWest, kSouthWest, 0, false};
-  if (distance < 0) return {kSouthWest, kWest, 1, false};
-  if (distance == 1) return {kSouthEast, kSouthEast, 0, false};
-  return {kEast, kSouthEast, 1, true};
+  if (distance == 0) return {kSouth, kSouth, 0, 0, 1};
+  if (distance == -1) return {kSouthWest, kSouthWest, 0, 0, 1};
+  if (distance < 0) return {kSouthWest, kWest, 1, 0, 1};
+  if (distance == 1) return {kSouthEast, kSouthEast, 0, 0, 1};
+  return {kEast, kSouthEast, 1, 1, 1};
 }
 
 struct LeadTable {
@@ -83,7 +85,7 @@ constexpr LeadTable MakeLeadTable() {
     for (int changesSide = 0; changesSide < 2; ++changesSide) {
       for (int distance = kNearest; distance <= kFarthest; ++distance) {
         Lead lead = LeftLead(changesSide != 0, distance);
-        if (isRight != 0 && lead.first != kNoDirection) {
+        if (isRight != 0) {
           lead.first = static_cast<std::uint8_t>(lead.first ^ 4);
           lead.last = static_cast<std::uint8_t>(lead.last ^ 4);
         }
@@ -125,6 +127,11 @@ class PointBlock {
   std::vector<cv::Point>& points_;
   cv::Point block_[kRoom + 4];
 };
+
+// Which way it is from one pixel to another: east, north and so on, told by two signs.
+std::pair<int, int> Heading(const cv::Point& from, const cv::Point& to) {
+  return {(to.x > from.x) - (to.x < from.x), (to.y > from.y) - (to.y < from.y)};
+}
 
 class Tracer {
  public:
@@ -168,7 +175,6 @@ class Tracer {
 
  private:
   const Run& At(std::size_t run) const { return out_.runs[run]; }
-  Side& SideAt(int side) { return sides_[static_cast<std::size_t>(side)]; }
 
   // All runs of a row end above and below until a neighbour is found: each side leads to the other.
   // Returns the row's end.
@@ -259,59 +265,64 @@ class Tracer {
   // keeps those that it has: which ones can't be foretold.
   void Follow(int start) {
     const int mark = ~(static_cast<int>(out_.hierarchy.size()) - 1);
-    const cv::Point* const last = block_.Last();
+    const cv::Point* const limit = block_.Last();
+    Side* const sides = sides_.get();
     cv::Point* end = end_;
     int side = start;
-    int x = SideAt(start).column;
+    int x = sides[start].column;
     int y = At(static_cast<std::size_t>(start) / 2).Row;
-    int first = kNoDirection;
     int direction = kNoDirection;
     do {
-      const int next = SideAt(side).next;
-      SideAt(side).next = mark;
-      const int column = SideAt(next).column;
+      const int next = sides[side].next;
+      sides[side].next = mark;
+      const int column = sides[next].column;
       const int isRight = side & 1;
       const int changesSide = (side ^ next) & 1;
       const int forward = 1 - 2 * isRight;
-      const std::int64_t distance = (static_cast<std::int64_t>(column) - x) * forward;
-      const std::int64_t entry =
-          std::min<std::int64_t>(std::max<std::int64_t>(distance, kNearest), kFarthest) - kNearest;
-      const Lead lead = kLeads.leads[isRight][changesSide][entry];
-      const int entered = lead.first == kNoDirection ? direction : lead.first;
+      side = next;
+      const Lead& lead = LeadOf(isRight, changesSide, column, x);
       *end = {x, y};
-      end += entered != direction ? 1 : 0;
-      end[0] = {(lead.isLate ? column : x) - forward, lead.isLate ? y : y + forward};
+      end += (lead.first != direction) & lead.moves;
+      end[0] = {(lead.isLate != 0 ? column : x) - forward, lead.isLate != 0 ? y : y + forward};
       end[1] = {column + forward, y + forward};
       end += lead.bends;
-      first = first == kNoDirection ? entered : first;
-      direction = lead.first == kNoDirection ? direction : lead.last;
+      direction = lead.moves != 0 ? lead.last : direction;
       x = column;
       y += changesSide != 0 ? 0 : forward;
-      side = next;
-      ++followed_;
-      if (end > last) end = Flush(end);
+      if (end > limit) end = Flush(end);
     } while (side != start);
     end_ = end;
-    Close(first, direction, {x, y});
+    Close({x, y});
+  }
+
+  static const Lead& LeadOf(int isRight, int changesSide, int column, int x) {
+    const std::int64_t eastward = static_cast<std::int64_t>(column) - x;
+    const std::int64_t distance = isRight != 0 ? -eastward : eastward;
+    const std::int64_t entry =
+        std::min<std::int64_t>(std::max<std::int64_t>(distance, kNearest), kFarthest) - kNearest;
+    return kLeads.leads[isRight][changesSide][entry];
   }
 
   cv::Point* Flush(const cv::Point* end) {
-    const double all = 2 * static_cast<double>(out_.runs.size());
-    const double expected =
-        static_cast<double>(block_.CountTo(end)) * all / static_cast<double>(followed_);
-    block_.Flush(end, std::max(static_cast<std::size_t>(1.06 * expected), 2 * block_.CountTo(end)));
+    const std::size_t count = block_.CountTo(end);
+    block_.Flush(end, std::max(2 * count, 2 * out_.runs.size()));
     return block_.Begin();
   }
 
-  // A chain without moves is one pixel. The first pixel is no vertex where the chain runs straight
+  // A chain without vertices is one pixel. Its first pixel is no vertex where it runs straight
   // through it.
-  void Close(int first, int direction, const cv::Point& pixel) {
-    if (direction == kNoDirection) {
+  void Close(const cv::Point& pixel) {
+    const std::size_t begin = static_cast<std::size_t>(out_.pointStarts.back());
+    const std::size_t count = block_.CountTo(end_) - begin;
+    if (count == 0) {
       *end_++ = pixel;
-    } else if (direction == first) {
-      const std::size_t begin = static_cast<std::size_t>(out_.pointStarts.back());
-      if (begin < out_.points.size()) {
-        end_ = Flush(end_);
+    } else if (count > 2) {
+      if (begin < out_.points.size()) end_ = Flush(end_);
+      const bool isFlushed = begin < out_.points.size();
+      const cv::Point* const first =
+          isFlushed ? &out_.points[begin] : block_.Begin() + (begin - out_.points.size());
+      if (Heading(first[count - 1], first[0]) != Heading(first[0], first[1])) return;
+      if (isFlushed) {
         out_.points.erase(out_.points.begin() + static_cast<std::ptrdiff_t>(begin));
       } else {
         cv::Point* const vertex = block_.Begin() + (begin - out_.points.size());
@@ -324,7 +335,6 @@ class Tracer {
   PointBlock block_;
   cv::Point* end_;  // Of the points in the block.
   std::unique_ptr<Side[]> sides_;
-  std::size_t followed_ = 0;
   std::vector<int> lastHoles_;
   int lastOuter_ = -1;
 };
