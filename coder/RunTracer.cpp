@@ -280,6 +280,11 @@ class Tracer {
       const int changesSide = (side ^ next) & 1;
       const int forward = 1 - 2 * isRight;
       side = next;
+      const int straight = isRight != 0 ? kNorth : kSouth;
+      if ((changesSide | (column ^ x) | (direction ^ straight)) == 0) {
+        y += forward;
+        continue;
+      }
       const Lead& lead = LeadOf(isRight, changesSide, column, x);
       *end = {x, y};
       end += (lead.first != direction) & lead.moves;
