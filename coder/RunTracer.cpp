@@ -136,17 +136,19 @@ std::pair<int, int> Heading(const cv::Point& from, const cv::Point& to) {
 class Tracer {
  public:
   explicit Tracer(const Outlines& outlines)
-      : out_(outlines), block_(outlines.points), end_(block_.Begin()) {
-    const std::size_t count = outlines.runs.size();
-    if (count > INT_MAX / 8) throw std::length_error("too many runs to outline");
-    sides_.reset(new Side[2 * count]);
+      : out_(outlines),
+        runs_(outlines.runs.data()),
+        count_(outlines.runs.size()),
+        block_(outlines.points),
+        end_(block_.Begin()) {
+    if (count_ > INT_MAX / 8) throw std::length_error("too many runs to outline");
+    sides_.reset(new Side[2 * count_]);
   }
 
   // Links the sides of all runs, row by row.
   void Link() {
-    const std::size_t count = out_.runs.size();
     std::size_t above = 0;
-    for (std::size_t row = 0; row < count;) {
+    for (std::size_t row = 0; row < count_;) {
       const std::size_t end = CloseRow(row);
       if (row > 0 && At(row - 1).Row + 1 == At(row).Row) LinkRows(above, row, end);
       above = row;
@@ -155,8 +157,7 @@ class Tracer {
   }
 
   void Trace() {
-    const std::size_t count = out_.runs.size();
-    for (std::size_t run = 0; run < count; ++run) {
+    for (std::size_t run = 0; run < count_; ++run) {
       if (sides_[2 * run].next >= 0) {
         out_.runStarts.push_back(static_cast<int>(run));
         AddOuter();
@@ -167,25 +168,24 @@ class Tracer {
         Follow(RightOf(run));
       }
     }
-    if (count == 0) return;
+    if (count_ == 0) return;
     block_.Flush(end_, 0);
-    out_.runStarts.push_back(static_cast<int>(count));
+    out_.runStarts.push_back(static_cast<int>(count_));
     out_.pointStarts.push_back(static_cast<int>(out_.points.size()));
   }
 
  private:
-  const Run& At(std::size_t run) const { return out_.runs[run]; }
+  const Run& At(std::size_t run) const { return runs_[run]; }
 
   // All runs of a row end above and below until a neighbour is found: each side leads to the other.
   // Returns the row's end.
   std::size_t CloseRow(std::size_t row) {
-    const std::size_t count = out_.runs.size();
     std::size_t run = row;
     do {
       sides_[2 * run] = {RightOf(run), At(run).FirstColumn};
       sides_[2 * run + 1] = {LeftOf(run), At(run).LastColumn};
       ++run;
-    } while (run < count && At(run).Row == At(row).Row);
+    } while (run < count_ && At(run).Row == At(row).Row);
     return run;
   }
 
@@ -310,7 +310,7 @@ class Tracer {
 
   cv::Point* Flush(const cv::Point* end) {
     const std::size_t count = block_.CountTo(end);
-    block_.Flush(end, std::max(2 * count, 2 * out_.runs.size()));
+    block_.Flush(end, std::max(2 * count, 2 * count_));
     return block_.Begin();
   }
 
@@ -337,6 +337,8 @@ class Tracer {
   }
 
   const Outlines& out_;
+  const Run* const runs_;
+  const std::size_t count_;
   PointBlock block_;
   cv::Point* end_;  // Of the points in the block.
   std::unique_ptr<Side[]> sides_;
