@@ -45,13 +45,14 @@ struct Side {
   int column;
 };
 
-// The moves from one side to the next have one to three parts, each of one direction.
+// The moves from one side to the next have one to three parts, each of one direction. What is told
+// of them goes into sums and masks, never into a branch, since it can't be foretold.
 struct Lead {
-  std::uint8_t first;   // The direction of the first part.
-  std::uint8_t last;    // That of the last part.
-  std::uint8_t bends;   // The number of parts behind the first.
-  std::uint8_t isLate;  // Whether the first part is the long one: its bend is near the end.
-  std::uint8_t moves;   // Whether there is a part at all.
+  std::int8_t first;  // The direction of the first part.
+  std::int8_t last;   // That of the last part.
+  std::int8_t bends;  // The number of parts behind the first.
+  std::int8_t late;   // -1 where the first part is the long one, so its bend is near the end; or 0.
+  std::int8_t moves;  // -1 where there is a part at all; or 0.
 };
 
 // Distances go forward from a side: eastward from a left one, westward from a right one. Those
@@ -62,21 +63,23 @@ constexpr int kFarthest = 2;
 // Told for a left side; a right side turns the moves by 180 degrees.
 constexpr Lead LeftLead(bool changesSide, int distance) {
   if (changesSide) {
-    if (distance > 0) return {kEast, kEast, 0, 0, 1};  // Along the run to its other end.
     if (distance == 0) return {kEast, kEast, 0, 0, 0};
+    if (distance > 0) return {kEast, kEast, 0, 0, -1};  // Along the run to its other end.
     // Under the gap to the run before, whose right side is next.
-    const std::uint8_t bends = distance < -2 ? 2 : 1;
-    return {kSouthWest, kNorthWest, bends, 0, 1};
+    const std::int8_t bends = distance < -2 ? 2 : 1;
+    return {kSouthWest, kNorthWest, bends, 0, -1};
   }
-  if (distance == 0) return {kSouth, kSouth, 0, 0, 1};
-  if (distance == -1) return {kSouthWest, kSouthWest, 0, 0, 1};
-  if (distance < 0) return {kSouthWest, kWest, 1, 0, 1};
-  if (distance == 1) return {kSouthEast, kSouthEast, 0, 0, 1};
-  return {kEast, kSouthEast, 1, 1, 1};
+  if (distance == 0) return {kSouth, kSouth, 0, 0, -1};
+  if (distance == -1) return {kSouthWest, kSouthWest, 0, 0, -1};
+  if (distance < 0) return {kSouthWest, kWest, 1, 0, -1};
+  if (distance == 1) return {kSouthEast, kSouthEast, 0, 0, -1};
+  return {kEast, kSouthEast, 1, -1, -1};
 }
 
+constexpr int Turned(int direction, int isRight) { return direction ^ isRight << 2; }
+
 struct LeadTable {
-  Lead leads[2][2][kFarthest - kNearest + 1];  // By side, by change of side, by distance.
+  Lead leads[2][2][8];  // By side, by change of side, by distance.
 };
 
 constexpr LeadTable MakeLeadTable() {
@@ -85,10 +88,8 @@ constexpr LeadTable MakeLeadTable() {
     for (int changesSide = 0; changesSide < 2; ++changesSide) {
       for (int distance = kNearest; distance <= kFarthest; ++distance) {
         Lead lead = LeftLead(changesSide != 0, distance);
-        if (isRight != 0) {
-          lead.first = static_cast<std::uint8_t>(lead.first ^ 4);
-          lead.last = static_cast<std::uint8_t>(lead.last ^ 4);
-        }
+        lead.first = static_cast<std::int8_t>(Turned(lead.first, isRight));
+        lead.last = static_cast<std::int8_t>(Turned(lead.last, isRight));
         table.leads[isRight][changesSide][distance - kNearest] = lead;
       }
     }
@@ -280,32 +281,31 @@ class Tracer {
       const int changesSide = (side ^ next) & 1;
       const int forward = 1 - 2 * isRight;
       side = next;
-      const int straight = isRight != 0 ? kNorth : kSouth;
-      if ((changesSide | (column ^ x) | (direction ^ straight)) == 0) {
+      if ((changesSide | (column ^ x) | (direction ^ Turned(kSouth, isRight))) == 0) {
         y += forward;
         continue;
       }
-      const Lead& lead = LeadOf(isRight, changesSide, column, x);
+      const Lead lead = LeadOf(isRight, changesSide, column, x);
       *end = {x, y};
       end += (lead.first != direction) & lead.moves;
-      end[0] = {(lead.isLate != 0 ? column : x) - forward, lead.isLate != 0 ? y : y + forward};
+      end[0] = {x + ((column - x) & lead.late) - forward, y + (forward & ~lead.late)};
       end[1] = {column + forward, y + forward};
       end += lead.bends;
-      direction = lead.moves != 0 ? lead.last : direction;
+      direction ^= (direction ^ lead.last) & lead.moves;
       x = column;
-      y += changesSide != 0 ? 0 : forward;
+      y += forward & (changesSide - 1);
       if (end > limit) end = Flush(end);
     } while (side != start);
     end_ = end;
     Close({x, y});
   }
 
-  static const Lead& LeadOf(int isRight, int changesSide, int column, int x) {
+  static Lead LeadOf(int isRight, int changesSide, int column, int x) {
     const std::int64_t eastward = static_cast<std::int64_t>(column) - x;
-    const std::int64_t distance = isRight != 0 ? -eastward : eastward;
-    const std::int64_t entry =
-        std::min<std::int64_t>(std::max<std::int64_t>(distance, kNearest), kFarthest) - kNearest;
-    return kLeads.leads[isRight][changesSide][entry];
+    const std::int64_t distance = (eastward ^ -isRight) + isRight;
+    const std::int64_t known =
+        std::min<std::int64_t>(std::max<std::int64_t>(distance, kNearest), kFarthest);
+    return kLeads.leads[isRight][changesSide][known - kNearest];
   }
 
   cv::Point* Flush(const cv::Point* end) {
