@@ -162,7 +162,11 @@ class Tracer {
       if (sides_[2 * run].next >= 0) {
         out_.runStarts.push_back(static_cast<int>(run));
         AddOuter();
-        Follow(LeftOf(run));
+        if (IsAlone(run)) {
+          OutlineAlone(run);
+        } else {
+          Follow(LeftOf(run));
+        }
       }
       if (sides_[2 * run + 1].next >= 0) {
         AddHole(run);
@@ -225,6 +229,25 @@ class Tracer {
     sides_[2 * lower + 1].next = closesGap ? LeftOf(lower + 1) : RightOf(upper);
   }
 
+  // Whether no other run touches it.
+  bool IsAlone(std::size_t run) const {
+    return sides_[2 * run].next == RightOf(run) && sides_[2 * run + 1].next == LeftOf(run);
+  }
+
+  void OutlineAlone(std::size_t run) {
+    const int mark = Mark();
+    sides_[2 * run].next = mark;
+    sides_[2 * run + 1].next = mark;
+    const Run& only = At(run);
+    end_[0] = {only.FirstColumn, only.Row};
+    end_[1] = {only.LastColumn, only.Row};
+    end_ += only.FirstColumn == only.LastColumn ? 1 : 2;
+    if (end_ > block_.Last()) end_ = Flush(end_);
+  }
+
+  // What the sides of the outline added last hold when it is followed.
+  int Mark() const { return -static_cast<int>(out_.hierarchy.size()); }
+
   void AddOuter() {
     const int outline = AddOutline(-1);
     if (lastOuter_ >= 0) Join(lastOuter_, outline);
@@ -265,7 +288,7 @@ class Tracer {
   // stands wherever the direction changes. Each lead writes all the vertices that it may have, and
   // keeps those that it has: which ones can't be foretold.
   void Follow(int start) {
-    const int mark = ~(static_cast<int>(out_.hierarchy.size()) - 1);
+    const int mark = Mark();
     const cv::Point* const limit = block_.Last();
     Side* const sides = sides_.get();
     cv::Point* end = end_;
