@@ -126,7 +126,7 @@ class PointBlock {
 
  private:
   std::vector<cv::Point>& points_;
-  cv::Point block_[kRoom + 4];
+  cv::Point block_[kRoom + 8];
 };
 
 // Which way it is from one pixel to another: east, north and so on, told by two signs.
@@ -170,7 +170,11 @@ class Tracer {
       }
       if (sides_[2 * run + 1].next >= 0) {
         AddHole(run);
-        Follow(RightOf(run));
+        if (IsSlit(run)) {
+          OutlineSlit(run);
+        } else {
+          Follow(RightOf(run));
+        }
       }
     }
     if (count_ == 0) return;
@@ -242,6 +246,30 @@ class Tracer {
     end_[0] = {only.FirstColumn, only.Row};
     end_[1] = {only.LastColumn, only.Row};
     end_ += only.FirstColumn == only.LastColumn ? 1 : 2;
+    if (end_ > block_.Last()) end_ = Flush(end_);
+  }
+
+  // Whether the gap behind it is a hole by itself, one row high.
+  bool IsSlit(std::size_t run) const {
+    return sides_[2 * run + 1].next == LeftOf(run + 1) && sides_[2 * run + 2].next == RightOf(run);
+  }
+
+  void OutlineSlit(std::size_t run) {
+    const int mark = Mark();
+    sides_[2 * run + 1].next = mark;
+    sides_[2 * run + 2].next = mark;
+    const int first = At(run).LastColumn + 1;
+    const int last = At(run + 1).FirstColumn - 1;
+    const int row = At(run).Row;
+    const int isWide = first < last ? 1 : 0;
+    *end_++ = {first - 1, row};
+    *end_++ = {first, row - 1};
+    *end_ = {last, row - 1};
+    end_ += isWide;
+    *end_++ = {last + 1, row};
+    *end_++ = {last, row + 1};
+    *end_ = {first, row + 1};
+    end_ += isWide;
     if (end_ > block_.Last()) end_ = Flush(end_);
   }
 
