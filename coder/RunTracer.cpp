@@ -339,7 +339,7 @@ class Tracer {
       const Lead lead = LeadOf(isRight, changesSide, column, x);
       *end = {x, y};
       end += (lead.first != direction) & lead.moves;
-      end[0] = {x + ((column - x) & lead.late) - forward, y + (forward & ~lead.late)};
+      end[0] = {(x ^ ((x ^ column) & lead.late)) - forward, y + (forward & ~lead.late)};
       end[1] = {column + forward, y + forward};
       end += lead.bends;
       direction ^= (direction ^ lead.last) & lead.moves;

@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <opencv2/imgproc.hpp>
 #include <random>
 #include <set>
 
+#include "support/GuardedBytes.h"
 #include "support/Support.h"
 
 namespace {
@@ -553,6 +555,72 @@ TEST(VemRLC, SingleRowsAndColumnsWork) {
         ASSERT_NO_FATAL_FAILURE(ExpectPaintedBack(raster));
       }
     }
+  }
+}
+
+// The raster ends at a page that can't be read, and then begins behind one.
+TEST(VemRLC, NothingOutsideTheRasterIsRead) {
+  std::mt19937 random(8);
+  const int rows = 4;
+  const GuardedBytes bytes(rows * 300 * sizeof(float));
+  for (int columns = 1; columns <= 300; ++columns) {
+    const cv::Mat noise = Noise(random, rows, columns, 40);
+    for (const int type : {CV_8UC1, CV_16UC1, CV_32FC1}) {
+      cv::Mat expected;
+      noise.convertTo(expected, type);
+      const std::size_t size = expected.total() * expected.elemSize();
+      for (unsigned char* const place : {bytes.Begin(), bytes.End() - size}) {
+        std::memcpy(place, expected.data, size);
+        const cv::Mat raster(rows, columns, type, place);
+        ASSERT_EQ(FillRuns(raster), PlainRuns(noise));
+        ASSERT_EQ(Components(raster).ComponentRuns, Components(noise).ComponentRuns);
+        ASSERT_EQ(Find(raster).contours, Find(noise).contours);
+      }
+    }
+  }
+}
+
+// The lists grow by what the rows before had.
+TEST(VemRLC, RowsMayBecomeFullerAndEmptier) {
+  std::mt19937 random(9);
+  for (const bool fuller : {true, false}) {
+    for (const int percent : {10, 50}) {
+      cv::Mat raster = cv::Mat::zeros(300, 900, CV_8UC1);
+      const cv::Rect half(0, fuller ? 200 : 0, 900, 100);
+      Noise(random, half.height, half.width, percent).copyTo(raster(half));
+      ASSERT_NO_FATAL_FAILURE(ExpectRuns(raster));
+      ASSERT_NO_FATAL_FAILURE(ExpectComponents(raster));
+    }
+  }
+}
+
+// A hole with a tip at its top, through which its border runs straight, and more vertices than are
+// gathered at once.
+TEST(VemRLC, LongBordersMayBeginWithoutAVertex) {
+  for (const int teeth : {10, 120, 130, 500}) {
+    const int half = 2 * teeth;
+    cv::Mat raster(half + 20, 2 * half + 20, CV_8UC1, cv::Scalar(255));
+    for (int y = 0; y <= half; ++y) {
+      for (int x = -y; x <= y; ++x) raster.at<unsigned char>(y + 5, half + 10 + x) = 0;
+    }
+    for (int x = 1; x < 2 * half; x += 4) {
+      for (int y = 0; y < 5; ++y) raster.at<unsigned char>(half + 6 + y, x + 10) = 0;
+    }
+    ASSERT_NO_FATAL_FAILURE(ExpectOutlines(raster));
+    const Found found = Find(raster);
+    ASSERT_EQ(found.contours.size(), 2u);
+    EXPECT_NE(found.contours[1][0], cv::Point(half + 9, 5));
+  }
+}
+
+TEST(VemRLC, LargeNoiseAgreesWithOpenCV) {
+  std::mt19937 random(10);
+  for (const int percent : {5, 35, 50, 65, 95}) {
+    const cv::Mat raster = Noise(random, 150, 260, percent);
+    ASSERT_NO_FATAL_FAILURE(ExpectRuns(raster));
+    ASSERT_NO_FATAL_FAILURE(ExpectComponents(raster));
+    ASSERT_NO_FATAL_FAILURE(ExpectOutlines(raster));
+    ASSERT_NO_FATAL_FAILURE(ExpectScanOrder(raster));
   }
 }
 

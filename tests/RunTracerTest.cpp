@@ -1,0 +1,91 @@
+#include "coder/RunTracer.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "support/Support.h"
+
+namespace {
+
+struct Traced {
+  std::vector<cv::Point> points;
+  std::vector<int> pointStarts;
+  std::vector<cv::Vec4i> hierarchy;
+  std::vector<int> runStarts;
+};
+
+Traced Trace(std::vector<::Run> runs) {
+  Traced traced;
+  TraceRuns({traced.points, traced.pointStarts, traced.hierarchy, runs, traced.runStarts});
+  return traced;
+}
+
+std::vector<::Run> RunsOf(cv::Mat raster) {
+  VemRLC coder;
+  coder.Calc(raster, true);
+  return coder.FillRuns;
+}
+
+cv::Mat Noise(std::mt19937& random) {
+  cv::Mat raster(1 + static_cast<int>(random() % 20), 1 + static_cast<int>(random() % 20), CV_8UC1);
+  const int percent = static_cast<int>(random() % 101);
+  for (int row = 0; row < raster.rows; ++row) {
+    for (int column = 0; column < raster.cols; ++column) {
+      raster.at<unsigned char>(row, column) = static_cast<int>(random() % 100) < percent ? 255 : 0;
+    }
+  }
+  return raster;
+}
+
+TEST(RunTracer, NoRunsHaveNoOutlines) {
+  const Traced traced = Trace({});
+  EXPECT_TRUE(traced.points.empty());
+  EXPECT_TRUE(traced.pointStarts.empty());
+  EXPECT_TRUE(traced.hierarchy.empty());
+  EXPECT_TRUE(traced.runStarts.empty());
+}
+
+TEST(RunTracer, RowsMayBeMissing) {
+  const Traced traced = Trace({{0, 3, 5}, {2, 3, 5}, {3, 4, 4}, {900, 3, 3}});
+  EXPECT_EQ(traced.pointStarts, (std::vector<int>{0, 2, 5, 6}));
+  EXPECT_EQ(traced.points,
+            (std::vector<cv::Point>{{3, 0}, {5, 0}, {3, 2}, {4, 3}, {5, 2}, {3, 900}}));
+  EXPECT_EQ(traced.runStarts, (std::vector<int>{0, 1, 3, 4}));
+}
+
+TEST(RunTracer, OutlinesMoveWithTheirRuns) {
+  const cv::Point kMoves[] = {{-7, -3}, {2147483600, 2147483600}, {-2147483600, -2147483600}};
+  std::mt19937 random(1);
+  for (int i = 0; i < 500; ++i) {
+    const std::vector<::Run> runs = RunsOf(Noise(random));
+    const Traced expected = Trace(runs);
+    for (const cv::Point& move : kMoves) {
+      std::vector<::Run> moved = runs;
+      for (::Run& run : moved) {
+        run = {run.Row + move.y, run.FirstColumn + move.x, run.LastColumn + move.x};
+      }
+      Traced traced = Trace(moved);
+      for (cv::Point& point : traced.points) point -= move;
+      ASSERT_EQ(traced.points, expected.points);
+      ASSERT_EQ(traced.pointStarts, expected.pointStarts);
+      ASSERT_EQ(traced.hierarchy, expected.hierarchy);
+      ASSERT_EQ(traced.runStarts, expected.runStarts);
+    }
+  }
+}
+
+TEST(RunTracer, RunsMayBeAsLongAsNumbersAllow) {
+  const int far = 2147483600;
+  const Traced traced = Trace({{0, -far, far}, {1, -far, -far + 1}, {1, far - 1, far}});
+  EXPECT_EQ(traced.points, (std::vector<cv::Point>{{-far, 0},
+                                                   {-far, 1},
+                                                   {-far + 1, 1},
+                                                   {-far + 2, 0},
+                                                   {far - 2, 0},
+                                                   {far - 1, 1},
+                                                   {far, 1},
+                                                   {far, 0}}));
+}
+
+}  // namespace
