@@ -28,6 +28,12 @@ struct Run {
 /// is empty, or has several channels, counts as one without foreground, and without foreground all
 /// lists are left empty.
 ///
+/// Work and memory are linear in the pixels, the runs and the outlines. Beside its results a call
+/// takes, for a while, room for the edges of two rows (4 bytes a column each) and 24 KB; for
+/// components instead 16 bytes a run, a row and, once, a column; for outlines another 16 bytes a run
+/// and 4 bytes an outline. Nothing is allocated a row, a run or an outline, but for the lists of
+/// Convert. What the processor offers decides how rows are read, never what comes of it.
+///
 /// Components and outlines are 8-connected. Nothing is reported; what throws is the allocator, and
 /// FindContours `std::length_error` for more runs than integers can tell apart as outlines. Use a
 /// coder from one thread at a time; the static operations may run on any number.
