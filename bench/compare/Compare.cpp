@@ -47,7 +47,7 @@ int Repeats(const Work& work, bool small) {
   return std::max(1, static_cast<int>(4e-3 / once));
 }
 
-double Median(std::vector<double> values) {
+double MedianOf(std::vector<double> values) {
   std::sort(values.begin(), values.end());
   return values[values.size() / 2];
 }
@@ -70,8 +70,8 @@ Figures Measure(const Row& row, const Options& options) {
       ratios[i].push_back(Seconds(row.peers[i].run, peerRepeats[i]) / ours.back());
     }
   }
-  Figures figures{Median(ours), {}};
-  for (const std::vector<double>& values : ratios) figures.ratios.push_back(Median(values));
+  Figures figures{MedianOf(ours), {}};
+  for (const std::vector<double>& values : ratios) figures.ratios.push_back(MedianOf(values));
   return figures;
 }
 
@@ -88,16 +88,18 @@ std::string Judged(const std::string& figure, const std::string& bar, bool misse
   return figure + " (" + bar + (missed ? ") **missed**" : ")");
 }
 
+std::string Times(const std::string& peer, double ratio, double bar, int& misses) {
+  return peer + " " +
+         Judged(Text("%.2f", ratio), bar > 0 ? Text("%.2f", bar) : "", ratio < bar, misses);
+}
+
 int PrintRow(const Row& row, const Figures& figures) {
   int misses = 0;
   std::string line = "| " + row.work + " | " + row.input + " | ";
   line += Text("%.1f", figures.seconds * 1e6) + " |";
   for (std::size_t i = 0; i < row.peers.size(); ++i) {
-    const Peer& peer = row.peers[i];
-    const double ratio = figures.ratios[i];
-    line += (i == 0 ? " " : ", ") + peer.name + " ";
-    line += Judged(Text("%.2f", ratio), peer.bar > 0 ? Text("%.2f", peer.bar) : "",
-                   ratio < peer.bar, misses);
+    line += (i == 0 ? " " : ", ") +
+            Times(row.peers[i].name, figures.ratios[i], row.peers[i].bar, misses);
   }
   if (row.units > 0) {
     const double each = figures.seconds / row.units * 1e9;
@@ -107,6 +109,39 @@ int PrintRow(const Row& row, const Figures& figures) {
   }
   std::printf("%s |\n", line.c_str());
   std::fflush(stdout);
+  return misses;
+}
+
+/// The ratios of many rows to one peer, of which the median counts.
+struct Median {
+  std::string work;
+  std::string peer;
+  double bar;
+  std::vector<double> ratios;
+};
+
+void Collect(const Row& row, const Figures& figures, std::vector<Median>& medians) {
+  for (std::size_t i = 0; i < row.peers.size(); ++i) {
+    const Peer& peer = row.peers[i];
+    if (peer.medianBar <= 0) continue;
+    const auto place = std::find_if(medians.begin(), medians.end(), [&](const Median& median) {
+      return median.work == row.work && median.peer == peer.name;
+    });
+    if (place != medians.end()) {
+      place->ratios.push_back(figures.ratios[i]);
+    } else {
+      medians.push_back({row.work, peer.name, peer.medianBar, {figures.ratios[i]}});
+    }
+  }
+}
+
+int PrintMedians(const std::vector<Median>& medians) {
+  int misses = 0;
+  for (const Median& median : medians) {
+    std::printf("| %s | median of %zu pictures | | %s |\n", median.work.c_str(),
+                median.ratios.size(),
+                Times(median.peer, MedianOf(median.ratios), median.bar, misses).c_str());
+  }
   return misses;
 }
 
@@ -150,6 +185,14 @@ Options Parse(int count, char** arguments) {
   return options;
 }
 
+// On tiny inputs the figures say nothing.
+void DropBars(std::vector<Row>& rows) {
+  for (Row& row : rows) {
+    for (Peer& peer : row.peers) peer.bar = peer.medianBar = 0;
+    row.units = 0;
+  }
+}
+
 bool IsWanted(const Row& row, const std::string& filter) {
   return (row.work + ", " + row.input).find(filter) != std::string::npos;
 }
@@ -167,9 +210,11 @@ int main(int count, char** arguments) {
   cv::setNumThreads(1);
   std::vector<Row> rows;
   for (const Family family : kFamilies) family(options.setting, rows);
+  if (options.setting.small) DropBars(rows);
   std::puts(options.faults ? "| work | input | page faults |\n|---|---|---|"
                            : "| work | input | µs | times as fast as (bar) |\n|---|---|---|---|");
   int misses = 0;
+  std::vector<Median> medians;
   for (const Row& row : rows) {
     if (!IsWanted(row, options.filter)) continue;
     if (row.agree && !row.agree()) {
@@ -179,9 +224,12 @@ int main(int count, char** arguments) {
     if (options.faults) {
       PrintFaults(row);
     } else {
-      misses += PrintRow(row, Measure(row, options));
+      const Figures figures = Measure(row, options);
+      misses += PrintRow(row, figures);
+      Collect(row, figures, medians);
     }
   }
-  if (!options.faults && !options.setting.small) std::printf("\n%d below their bar\n", misses);
+  misses += PrintMedians(medians);
+  if (!options.faults) std::printf("\n%d below their bar\n", misses);
   return 0;
 }

@@ -15,7 +15,8 @@ void Keep(std::size_t result);
 struct Peer {
   std::string name;
   Work run;
-  double bar;  ///< How many times its speed ours must have; 0 to show it only.
+  double bar;            ///< How many times its speed ours must have; 0 to show it only.
+  double medianBar = 0;  ///< The same for the median of all rows of the work that have one.
 };
 
 /// One line of the table: a work of ours on one input, beside its peers.

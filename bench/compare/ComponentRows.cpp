@@ -31,7 +31,10 @@ int LabelledComponents(const cv::Mat& raster, int type) {
   return cv::connectedComponents(raster, labels, 8, CV_32S, type) - 1;
 }
 
-void Add(const std::string& input, const cv::Mat& source, double bar, std::vector<Row>& rows) {
+double NoiseBar(int grain) { return grain == 1 ? 1.1 : grain == 4 ? 2.5 : 4.5; }
+
+void Add(const std::string& input, const cv::Mat& source, double bar, double medianBar,
+         std::vector<Row>& rows) {
   cv::Mat raster = source;
   Row row;
   row.work = "components";
@@ -41,7 +44,7 @@ void Add(const std::string& input, const cv::Mat& source, double bar, std::vecto
     const int type = algorithm.type;
     row.peers.push_back({algorithm.name,
                          [=] { Keep(static_cast<std::size_t>(LabelledComponents(raster, type))); },
-                         bar});
+                         bar, medianBar});
   }
   row.agree = [=]() mutable {
     return CodedComponents(raster) == LabelledComponents(raster, cv::CCL_WU);
@@ -56,23 +59,19 @@ void AddComponentRows(const Setting& setting, std::vector<Row>& rows) {
   const int large = setting.small ? 100 : 2048;
   if (setting.pictures.empty()) {
     for (const int size : {small, large}) {
-      Add("solid " + std::to_string(size), SolidRaster(size), size == small ? 17 : 45, rows);
+      Add("solid " + std::to_string(size), SolidRaster(size), size == small ? 17 : 45, 0, rows);
     }
     for (const int grain : {1, 4, 16}) {
       for (const int percent : {20, 50, 80}) {
         for (const int size : {small, large}) {
           Add("noise " + std::to_string(size) + ", grain " + std::to_string(grain) + ", " +
                   std::to_string(percent) + " %",
-              NoiseRaster(size, grain, percent),
-              grain == 1   ? 1.1
-              : grain == 4 ? 2.5
-                           : 4.5,
-              rows);
+              NoiseRaster(size, grain, percent), NoiseBar(grain), 0, rows);
         }
       }
     }
   }
   for (const NamedRaster& picture : PictureRasters(setting)) {
-    Add(picture.name, picture.raster, 5.0, rows);
+    Add(picture.name, picture.raster, 1.0, 5.0, rows);
   }
 }

@@ -103,12 +103,12 @@ cv::Mat Texture(const cv::Size& size, double blot) {
 
 std::vector<NamedRaster> ComposedPictures(const cv::Size& size) {
   return {{"parts", Cut(Photographed(Parts(size), 1.5, 4))},
-          {"parts, grainy", Cut(Photographed(Parts(size), 1.0, 30))},
+          {"parts, grainy", Cut(Photographed(Parts(size), 1.0, 15))},
           {"page", Cut(Photographed(Page(size), 0.7, 5))},
           {"codes", Cut(Photographed(Codes(size), 1.0, 6))},
           {"texture, coarse", Cut(Photographed(Texture(size, 12), 1.0, 2))},
-          {"texture, fine", Cut(Photographed(Texture(size, 2), 1.0, 2))},
-          {"texture, grainy", Cut(Photographed(Texture(size, 6), 1.0, 12))}};
+          {"texture, fine", Cut(Photographed(Texture(size, 4), 1.0, 2))},
+          {"texture, grainy", Cut(Photographed(Texture(size, 8), 1.0, 5))}};
 }
 
 }  // namespace
