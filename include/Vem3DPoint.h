@@ -10,19 +10,14 @@
 /// thread at a time; reading it from several at once is safe.
 class VEM_EXPORT Vem3DPoint {
  public:
-  Vem3DPoint() : x(0.0), y(0.0), z(0.0) {}  ///< The origin.
-  /// The point (x, y, z).
-  Vem3DPoint(double xValue, double yValue, double zValue) : x(xValue), y(yValue), z(zValue) {}
+  Vem3DPoint();                                              ///< The origin.
+  Vem3DPoint(double xValue, double yValue, double zValue);   ///< The point (x, y, z).
   Vem3DPoint(const Vem3DPoint& other) = default;             ///< Copies the fields.
   Vem3DPoint& operator=(const Vem3DPoint& other) = default;  ///< Copies the fields.
   ~Vem3DPoint() = default;
 
   /// Overwrites all coordinates.
-  void Reset(double xValue, double yValue, double zValue) {
-    x = xValue;
-    y = yValue;
-    z = zValue;
-  }
+  void Reset(double xValue, double yValue, double zValue);
 
   /// The sum by coordinate, each rounded once.
   Vem3DPoint operator+(const Vem3DPoint& right) const;
@@ -33,5 +28,15 @@ class VEM_EXPORT Vem3DPoint {
   double y;  ///< Second coordinate.
   double z;  ///< Third coordinate.
 };
+
+VEM_INLINE Vem3DPoint::Vem3DPoint() : x(0.0), y(0.0), z(0.0) {}
+VEM_INLINE Vem3DPoint::Vem3DPoint(double xValue, double yValue, double zValue)
+    : x(xValue), y(yValue), z(zValue) {}
+
+VEM_INLINE void Vem3DPoint::Reset(double xValue, double yValue, double zValue) {
+  x = xValue;
+  y = yValue;
+  z = zValue;
+}
 
 #endif  // VEM_3D_POINT_H_

@@ -11,7 +11,7 @@
 /// it from several at once is safe.
 class VEM_EXPORT VemCircle {
  public:
-  VemCircle() : radius(1.0) {}                             ///< Around the origin, with radius 1.
+  VemCircle();                                             ///< Around the origin, with radius 1.
   VemCircle(const VemCircle& other) = default;             ///< Copies both fields.
   VemCircle(VemPoint centerPoint, double radiusValue);     ///< Around a point.
   VemCircle(double x, double y, double radiusValue);       ///< Around (x, y).
@@ -24,5 +24,7 @@ class VEM_EXPORT VemCircle {
   VemPoint center;  ///< The centre.
   double radius;    ///< The radius.
 };
+
+VEM_INLINE VemCircle::VemCircle() : radius(1.0) {}
 
 #endif  // VEM_CIRCLE_H_

@@ -15,7 +15,7 @@
 /// safe.
 class VEM_EXPORT VemLine {
  public:
-  VemLine() {}                                          ///< From the origin to the origin.
+  VemLine();                                            ///< From the origin to the origin.
   VemLine(const VemLine& other) = default;              ///< Copies both ends.
   VemLine(VemPoint startPoint, VemPoint endPoint);      ///< From one point to the other.
   VemLine(double x1, double y1, double x2, double y2);  ///< From (x1, y1) to (x2, y2).
@@ -52,5 +52,7 @@ class VEM_EXPORT VemLine {
   VemPoint start;  ///< First end point.
   VemPoint end;    ///< Second end point.
 };
+
+VEM_INLINE VemLine::VemLine() {}
 
 #endif  // VEM_LINE_H_

@@ -10,17 +10,14 @@
 /// reading it from several at once is safe.
 class VEM_EXPORT VemPoint {
  public:
-  VemPoint() : x(0.0), y(0.0) {}                                    ///< The origin.
-  VemPoint(double xValue, double yValue) : x(xValue), y(yValue) {}  ///< The point (x, y).
-  VemPoint(const VemPoint& other) = default;                        ///< Copies both fields.
-  VemPoint& operator=(const VemPoint& other) = default;             ///< Copies both fields.
+  VemPoint();                                            ///< The origin.
+  VemPoint(double xValue, double yValue);                ///< The point (x, y).
+  VemPoint(const VemPoint& other) = default;             ///< Copies both fields.
+  VemPoint& operator=(const VemPoint& other) = default;  ///< Copies both fields.
   ~VemPoint() = default;
 
   /// Overwrites both coordinates.
-  void Reset(double xValue, double yValue) {
-    x = xValue;
-    y = yValue;
-  }
+  void Reset(double xValue, double yValue);
 
   /// The sum by coordinate, each rounded once.
   VemPoint operator+(const VemPoint& right) const;
@@ -30,5 +27,13 @@ class VEM_EXPORT VemPoint {
   double x;  ///< Horizontal coordinate.
   double y;  ///< Vertical coordinate.
 };
+
+VEM_INLINE VemPoint::VemPoint() : x(0.0), y(0.0) {}
+VEM_INLINE VemPoint::VemPoint(double xValue, double yValue) : x(xValue), y(yValue) {}
+
+VEM_INLINE void VemPoint::Reset(double xValue, double yValue) {
+  x = xValue;
+  y = yValue;
+}
 
 #endif  // VEM_POINT_H_

@@ -24,64 +24,49 @@ enum VemVarType : int {
 /// Use a value from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemVar {
  public:
-  /// Nothing: the kind is VemVarNone.
-  VemVar() : type_(VemVarNone), value_(0L) {}
-  VemVar(long value) : type_(VemVarLong), value_(value) {}                          ///< An integer.
-  VemVar(int value) : type_(VemVarLong), value_(static_cast<long>(value)) {}        ///< An integer.
-  VemVar(double value) : type_(VemVarDouble), value_(value) {}                      ///< A double.
-  VemVar(float value) : type_(VemVarDouble), value_(static_cast<double>(value)) {}  ///< A double.
+  VemVar();              ///< Nothing: the kind is VemVarNone.
+  VemVar(long value);    ///< An integer.
+  VemVar(int value);     ///< An integer.
+  VemVar(double value);  ///< A double.
+  VemVar(float value);   ///< A double.
   /// A copy of the zero-terminated `text`. A null pointer faults.
   VemVar(const char* text);
 
-  /// A deep copy: a text gets a block of its own.
-  VemVar(const VemVar& other) : type_(VemVarNone), value_(0L) { CopyCtrlVal(other); }
+  VemVar(const VemVar& other);  ///< A deep copy: a text gets a block of its own.
   /// CopyCtrlVal, with its hazard: a text must not be assigned to itself.
-  VemVar& operator=(const VemVar& other) {
-    CopyCtrlVal(other);
-    return *this;
-  }
-  ~VemVar() { ClearCtrlVal(); }
+  VemVar& operator=(const VemVar& other);
+  ~VemVar();
 
   /// Releases the own text and takes over a deep copy of `other`.
   ///
   /// Assigning to itself is not tested: a text is released before it is read.
-  void CopyCtrlVal(const VemVar& other) {
-    ClearCtrlVal();
-    if (other.type_ == VemVarString) {
-      CopyText(other.value_.s);
-    } else {
-      type_ = other.type_;
-      value_ = other.value_;
-    }
-  }
+  void CopyCtrlVal(const VemVar& other);
 
   /// Releases the own text and changes nothing else. The body of the destructor: afterwards a value
   /// that held a text must not be touched, not even destroyed.
-  void ClearCtrlVal() {
-    if (type_ == VemVarString) ReleaseText();
-  }
+  void ClearCtrlVal();
 
   /// The kind of the value, one of VemVarType.
-  int ValType() const { return type_; }
+  int ValType() const;
 
   /// The number as a double.
-  double D() const { return type_ == VemVarDouble ? value_.d : ConvertToDouble(); }
+  double D() const;
   /// The number as a 64-bit integer, a double truncated toward zero. A double that does not fit, or
   /// is no number, gives the smallest integer.
-  long L() const { return type_ == VemVarLong ? value_.l : ConvertToLong(); }
+  long L() const;
   /// The number as a 32-bit integer: the low 32 bits of an integer; a double truncated toward zero
   /// straight to 32 bits. A double that does not fit, or is no number, gives the smallest integer.
-  int I() const { return type_ == VemVarLong ? static_cast<int>(value_.l) : ConvertToInt(); }
+  int I() const;
   /// The number as a float, rounded once.
   float F() const;
   /// The text itself, no copy: it lives until this value is assigned to or destroyed, and is never
   /// released by the caller. The text of a sum has no terminator.
   const char* S() const;
 
-  operator double() const { return D(); }       ///< Same as D().
-  operator long() const { return L(); }         ///< Same as L().
-  operator int() const { return I(); }          ///< Same as I().
-  operator const char*() const { return S(); }  ///< Same as S().
+  operator double() const;       ///< Same as D().
+  operator long() const;         ///< Same as L().
+  operator int() const;          ///< Same as I().
+  operator const char*() const;  ///< Same as S().
 
   /// The sum; integers wrap. Of two texts: the bytes of both, one behind the other, without a
   /// terminator and without a record of their length, so the result is not fit to be copied,
@@ -127,11 +112,14 @@ class VEM_EXPORT VemVar {
   };
   explicit VemVar(OwnBlock block) : type_(VemVarString), value_(0L) { value_.s = block.bytes; }
 
-  double ConvertToDouble() const;
-  long ConvertToLong() const;
-  int ConvertToInt() const;
+  // Pure, so that a loop over values keeps what it has read when it calls them.
+  double ConvertToDouble() const __attribute__((pure));
+  long ConvertToLong() const __attribute__((pure));
+  int ConvertToInt() const __attribute__((pure));
   void CopyText(const char* text);
   void ReleaseText();
+  // Not told of the value, whose address else kept it from a register.
+  static void ReleaseText(char* text);
   long RawLong() const;
   double RawDouble() const;
   double Number() const;
@@ -139,5 +127,47 @@ class VEM_EXPORT VemVar {
   VemVarType type_;
   Payload value_;
 };
+
+VEM_INLINE VemVar::VemVar() : type_(VemVarNone), value_(0L) {}
+VEM_INLINE VemVar::VemVar(long value) : type_(VemVarLong), value_(value) {}
+VEM_INLINE VemVar::VemVar(int value) : type_(VemVarLong), value_(static_cast<long>(value)) {}
+VEM_INLINE VemVar::VemVar(double value) : type_(VemVarDouble), value_(value) {}
+VEM_INLINE VemVar::VemVar(float value) : type_(VemVarDouble), value_(static_cast<double>(value)) {}
+
+VEM_INLINE VemVar::VemVar(const VemVar& other) : type_(other.type_), value_(other.value_) {
+  if (type_ == VemVarString) CopyText(other.value_.s);
+}
+VEM_INLINE VemVar& VemVar::operator=(const VemVar& other) {
+  CopyCtrlVal(other);
+  return *this;
+}
+VEM_INLINE VemVar::~VemVar() { ClearCtrlVal(); }
+
+VEM_INLINE void VemVar::CopyCtrlVal(const VemVar& other) {
+  ClearCtrlVal();
+  if (other.type_ == VemVarString) {
+    CopyText(other.value_.s);
+  } else {
+    type_ = other.type_;
+    value_ = other.value_;
+  }
+}
+
+VEM_INLINE void VemVar::ClearCtrlVal() {
+  if (type_ == VemVarString) ReleaseText(value_.s);
+}
+
+VEM_INLINE int VemVar::ValType() const { return type_; }
+
+VEM_INLINE double VemVar::D() const { return type_ == VemVarDouble ? value_.d : ConvertToDouble(); }
+VEM_INLINE long VemVar::L() const { return type_ == VemVarLong ? value_.l : ConvertToLong(); }
+VEM_INLINE int VemVar::I() const {
+  return type_ == VemVarLong ? static_cast<int>(value_.l) : ConvertToInt();
+}
+
+VEM_INLINE VemVar::operator double() const { return D(); }
+VEM_INLINE VemVar::operator long() const { return L(); }
+VEM_INLINE VemVar::operator int() const { return I(); }
+VEM_INLINE VemVar::operator const char*() const { return S(); }
 
 #endif  // VEM_VAR_H_

@@ -24,7 +24,8 @@ void VemVar::CopyText(const char* text) {
   type_ = VemVarString;
 }
 
-void VemVar::ReleaseText() { delete[] value_.s; }
+void VemVar::ReleaseText() { ReleaseText(value_.s); }
+void VemVar::ReleaseText(char* text) { delete[] text; }
 
 long VemVar::RawLong() const {
   long raw;
