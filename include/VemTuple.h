@@ -1,10 +1,19 @@
 #ifndef VEM_TUPLE_H_
 #define VEM_TUPLE_H_
 
-#include <vector>
+#include <cstddef>
+#include <new>
 
 #include "VemExport.h"
 #include "VemVar.h"
+
+/// Where a VemVarArray keeps its elements: in a block from `First` to `Limit`, filled up to `Last`.
+/// The block is the array's; a caller has no way to it.
+struct VemVarStore {
+  VemVar* First;  ///< The first element, or null where there is no block.
+  VemVar* Last;   ///< Behind the last element.
+  VemVar* Limit;  ///< The end of the block.
+};
 
 /// An ordered list of control values, mixed in kind as the caller likes: the system's list of
 /// numbers. Run tables, coordinate lists and overlay data are such arrays.
@@ -78,7 +87,38 @@ class VEM_EXPORT VemVarArray {
  private:
   friend class RunTriple;
 
-  std::vector<VemVar>* store_;
+  bool Contains(int index) const;
+  void Take(VemVar& value);
+  static VemVar& Invalid() __attribute__((const));
+
+  VemVarStore* store_;
 };
+
+// Without room the copy is made first: the value may be an element of the block that is left.
+VEM_INLINE void VemVarArray::Append(const VemVar& value) {
+  if (store_->Last == store_->Limit) {
+    VemVar copy(value);
+    return Take(copy);
+  }
+  new (store_->Last) VemVar(value);
+  ++store_->Last;
+}
+
+VEM_INLINE int VemVarArray::Length() const {
+  return static_cast<int>(store_->Last - store_->First);
+}
+
+// A negative index is a position beyond every array.
+inline bool VemVarArray::Contains(int index) const {
+  return static_cast<std::size_t>(index) < static_cast<std::size_t>(store_->Last - store_->First);
+}
+
+VEM_INLINE VemVar& VemVarArray::operator[](int index) {
+  if (__builtin_expect(Contains(index), 1)) return store_->First[index];
+  return Invalid();
+}
+VEM_INLINE VemVar VemVarArray::operator[](int index) const {
+  return Contains(index) ? VemVar(store_->First[index]) : VemVar();
+}
 
 #endif  // VEM_TUPLE_H_

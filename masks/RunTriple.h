@@ -7,6 +7,7 @@
 
 #include "VemRLC.h"
 #include "VemTuple.h"
+#include "values/VarStore.h"
 
 /// Reads and writes runs in three arrays side by side: rows, first columns, last columns.
 class RunTriple {
@@ -15,71 +16,67 @@ class RunTriple {
       : rows_(*rows.store_), firsts_(*firstColumns.store_), lasts_(*lastColumns.store_) {}
 
   /// The number of rows, which governs the other two arrays.
-  std::size_t Count() const { return rows_.size(); }
+  std::size_t Count() const { return var_store::Count(rows_); }
 
   /// Run i; a column that an array is too short for is 0.
   Run At(std::size_t i) const {
-    return {rows_[i].I(), i < firsts_.size() ? firsts_[i].I() : 0,
-            i < lasts_.size() ? lasts_[i].I() : 0};
+    return {rows_.First[i].I(), i < var_store::Count(firsts_) ? firsts_.First[i].I() : 0,
+            i < var_store::Count(lasts_) ? lasts_.First[i].I() : 0};
   }
 
-  std::vector<int> Rows() const { return Integers(rows_, Count()); }
+  std::vector<int> Rows() const { return var_store::Integers(rows_, Count()); }
   /// As many as there are rows; a column that an array is too short for is 0.
-  std::vector<int> FirstColumns() const { return Integers(firsts_, Count()); }
-  std::vector<int> LastColumns() const { return Integers(lasts_, Count()); }
+  std::vector<int> FirstColumns() const { return var_store::Integers(firsts_, Count()); }
+  std::vector<int> LastColumns() const { return var_store::Integers(lasts_, Count()); }
+
+  /// The largest row and the largest last column, or 0 where that is larger.
+  int LargestRow() const { return var_store::LargestInteger(rows_); }
+  int LargestColumn() const { return var_store::LargestInteger(lasts_); }
 
   /// Empties the arrays; their storage is kept for the runs to come.
   void Clear() {
-    rows_.clear();
-    firsts_.clear();
-    lasts_.clear();
+    var_store::Truncate(rows_, rows_.First);
+    var_store::Truncate(firsts_, firsts_.First);
+    var_store::Truncate(lasts_, lasts_.First);
   }
 
   /// Makes room for `count` runs in all.
   void Reserve(std::size_t count) {
-    rows_.reserve(count);
-    firsts_.reserve(count);
-    lasts_.reserve(count);
+    var_store::Reserve(rows_, count);
+    var_store::Reserve(firsts_, count);
+    var_store::Reserve(lasts_, count);
   }
 
   void Append(int row, int first, int last) {
-    rows_.emplace_back(row);
-    firsts_.emplace_back(first);
-    lasts_.emplace_back(last);
+    var_store::AppendInteger(rows_, row);
+    var_store::AppendInteger(firsts_, first);
+    var_store::AppendInteger(lasts_, last);
   }
 
   void Append(const std::vector<Run>& runs) {
-    Reserve(Count() + runs.size());
-    for (const Run& run : runs) Append(run.Row, run.FirstColumn, run.LastColumn);
+    MakeRoom(runs.size());
+    var_store::AppendRuns(rows_, firsts_, lasts_, runs);
   }
 
   /// Appends as many runs as there are rows; a column that a list is too short for is 0.
   void Append(const std::vector<int>& rows, const std::vector<int>& firsts,
               const std::vector<int>& lasts) {
-    AppendColumn(rows_, rows, rows.size());
-    AppendColumn(firsts_, firsts, rows.size());
-    AppendColumn(lasts_, lasts, rows.size());
+    MakeRoom(rows.size());
+    var_store::AppendIntegers(rows_, rows, rows.size());
+    var_store::AppendIntegers(firsts_, firsts, rows.size());
+    var_store::AppendIntegers(lasts_, lasts, rows.size());
   }
 
  private:
-  static std::vector<int> Integers(const std::vector<VemVar>& column, std::size_t count) {
-    std::vector<int> list(count);
-    const std::size_t given = std::min(column.size(), count);
-    for (std::size_t i = 0; i < given; ++i) list[i] = column[i].I();
-    return list;
+  void MakeRoom(std::size_t added) {
+    var_store::MakeRoom(rows_, added);
+    var_store::MakeRoom(firsts_, added);
+    var_store::MakeRoom(lasts_, added);
   }
 
-  static void AppendColumn(std::vector<VemVar>& column, const std::vector<int>& list,
-                           std::size_t count) {
-    const std::size_t end = column.size() + count;
-    const std::size_t given = std::min(list.size(), count);
-    column.insert(column.end(), list.begin(), list.begin() + static_cast<std::ptrdiff_t>(given));
-    column.resize(end, 0);
-  }
-
-  std::vector<VemVar>& rows_;
-  std::vector<VemVar>& firsts_;
-  std::vector<VemVar>& lasts_;
+  VemVarStore& rows_;
+  VemVarStore& firsts_;
+  VemVarStore& lasts_;
 };
 
 #endif  // MASKS_RUN_TRIPLE_H_

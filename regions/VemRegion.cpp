@@ -1,7 +1,5 @@
 #include "VemRegion.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <opencv2/core.hpp>
 #include <vector>
 
@@ -37,14 +35,8 @@ VemRegion::VemRegion(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& 
     : VemRegion() {
   if (!SameLength(rows, firstColumns, lastColumns) || rows.Length() < 1) return;
   const RunTriple runs(rows, firstColumns, lastColumns);
-  int largestRow = 0;
-  int largestColumn = 0;
-  for (std::size_t i = 0; i < runs.Count(); ++i) {
-    const Run run = runs.At(i);
-    largestRow = std::max(largestRow, run.Row);
-    largestColumn = std::max(largestColumn, run.LastColumn);
-  }
-  CreateRegion(WrapAdd(largestColumn, 1), WrapAdd(largestRow, 1), rows, firstColumns, lastColumns);
+  CreateRegion(WrapAdd(runs.LargestColumn(), 1), WrapAdd(runs.LargestRow(), 1), rows, firstColumns,
+               lastColumns);
 }
 
 VemRegion::VemRegion(int width, int height, VemVarArray& rows, VemVarArray& firstColumns,

@@ -99,6 +99,28 @@ TEST(VemRegionArray, RunValuesPassThroughIntegers) {
   EXPECT_EQ(Contents(array)[0].runs, (Runs{{4, 3, INT_MIN}}));
 }
 
+// One number of another kind among integers, at each place of lists of each length.
+TEST(VemRegionArray, EachRunValuePassesThroughIntegers) {
+  for (int length = 1; length <= 13; ++length) {
+    for (int place = 0; place < length; ++place) {
+      VemVarArray rows, firstColumns, lastColumns;
+      Runs expected;
+      for (int i = 0; i < length; ++i) {
+        const bool other = i == place;
+        rows.Append(other ? VemVar(-7.9) : VemVar(i));
+        firstColumns.Append(other ? VemVar(0x1FFFFFFFFL) : VemVar(-i));
+        lastColumns.Append(other ? VemVar(-1e300) : VemVar(INT_MIN + i));
+        expected.push_back(other ? ::Run{-7, -1, INT_MIN} : ::Run{i, -i, INT_MIN + i});
+      }
+      VemRegion region;
+      region.CreateRegion(5, 5, rows, firstColumns, lastColumns);
+      VemRegionArray array;
+      array.Append(region);
+      ASSERT_EQ(Contents(array)[0].runs, expected) << place << " of " << length;
+    }
+  }
+}
+
 TEST(VemRegionArray, TheNumberOfRowsIsTheNumberOfRuns) {
   const struct {
     const char* name;

@@ -19,7 +19,7 @@
 #include "support/VarArrays.h"
 
 struct PrivateVemVarArrayStore {
-  using Type = std::vector<VemVar>* VemVarArray::*;
+  using Type = VemVarStore* VemVarArray::*;
   friend Type PrivateOf(PrivateVemVarArrayStore);
 };
 
@@ -67,8 +67,10 @@ static_assert(CanBeAppended<const VemVar&>::value);
 static_assert(!CanBeAppended<VemVarArray&>::value && !CanBeAppended<const VemVarArray&>::value,
               "arrays are joined by +");
 
-std::vector<VemVar>*& Store(VemVarArray& array) {
-  return array.*PrivateOf(PrivateVemVarArrayStore());
+VemVarStore*& Store(VemVarArray& array) { return array.*PrivateOf(PrivateVemVarArrayStore()); }
+
+std::size_t Capacity(VemVarArray& array) {
+  return static_cast<std::size_t>(Store(array)->Limit - Store(array)->First);
 }
 
 /// Texts long enough for blocks of their own size: "00", "111", "2222" and so on.
@@ -208,7 +210,67 @@ TEST(VemTuple, CapacityDoublesOnAppend) {
   for (std::size_t length = 1; length <= 1000; ++length) {
     array.Append(7L);
     if (length > expected) expected *= 2;
-    ASSERT_EQ(Store(array)->capacity(), expected) << length;
+    ASSERT_EQ(Capacity(array), expected) << length;
+  }
+}
+
+// Their owners stay, wherever the elements go.
+TEST(VemTuple, GrowthDoesNotCopyTexts) {
+  VemVarArray array;
+  std::vector<const char*> texts;
+  for (const VemVar& text : Texts(40)) {
+    array.Append(text);
+    texts.push_back(array[array.Length() - 1].S());
+  }
+  for (int i = 0; i < array.Length(); ++i) {
+    EXPECT_EQ(array[i].S(), texts[static_cast<std::size_t>(i)]) << i;
+  }
+}
+
+/// Integers with a text at one position.
+VemVarArray WithTextAt(int position, int length) {
+  VemVarArray array;
+  for (int i = 0; i < length; ++i) array.Append(i);
+  array[position] = "text";
+  return array;
+}
+
+/// Positions around the ends and the middle of an array, and around its eighths.
+std::vector<int> TellingPositions(int length) {
+  std::vector<int> positions;
+  for (int eighth = 0; eighth <= 8; ++eighth) {
+    for (int offset = -9; offset <= 9; ++offset) {
+      const int position = length * eighth / 8 + offset;
+      if (position >= 0 && position < length) positions.push_back(position);
+    }
+  }
+  std::sort(positions.begin(), positions.end());
+  positions.erase(std::unique(positions.begin(), positions.end()), positions.end());
+  return positions;
+}
+
+// One text among numbers is copied and released as such, wherever it stands.
+TEST(VemTuple, OneTextIsFoundAmongNumbers) {
+  std::vector<int> lengths = {511, 512, 513, 4095, 4096, 4097, 4131};
+  for (int length = 1; length <= 40; ++length) lengths.push_back(length);
+  for (const int length : lengths) {
+    VemVarArray numbers;
+    for (int i = 0; i < length; ++i) numbers.Append(i);
+    for (const int position : TellingPositions(length)) {
+      SCOPED_TRACE(std::to_string(position) + " of " + std::to_string(length));
+      VemVarArray source = WithTextAt(position, length);
+      VemVarArray copy(source);
+      ASSERT_TRUE(copy == source);
+      ASSERT_STREQ(copy[position].S(), "text");
+      ASSERT_NE(copy[position].S(), source[position].S());
+      VemVarArray target = WithTextAt(length - 1 - position, length);
+      target = source;
+      ASSERT_TRUE(target == source);
+      ASSERT_NE(target[position].S(), source[position].S());
+      target = numbers;
+      ASSERT_TRUE(target == numbers);
+      ASSERT_TRUE((source + numbers)[position] == VemVar("text"));
+    }
   }
 }
 
@@ -261,13 +323,15 @@ TEST(VemTuple, OwnElementMayBeInserted) {
         std::vector<VemVar> expected = Texts(length);
         expected.insert(expected.begin() + index, Texts(length)[static_cast<std::size_t>(i)]);
 
-        VemVarArray full = Of(Texts(length));
-        Store(full)->shrink_to_fit();
+        const VemVarArray source = Of(Texts(length));
+        VemVarArray full(source);
+        ASSERT_EQ(Capacity(full), static_cast<std::size_t>(length));
         full.Insert(index, full[i]);
         ASSERT_TRUE(Holds(full, expected)) << length << ", " << index << ", " << i;
 
-        VemVarArray spare = Of(Texts(length));
-        Store(spare)->reserve(20);
+        VemVarArray spare = Of(Texts(20));
+        spare = source;
+        ASSERT_GE(Capacity(spare), 20u);
         spare.Insert(index, spare[i]);
         ASSERT_TRUE(Holds(spare, expected)) << length << ", " << index << ", " << i;
       }
@@ -381,10 +445,10 @@ TEST(VemTuple, InvertReversesTheOrder) {
     VemVarArray array = Of(Texts(length));
     std::vector<VemVar> expected = Texts(length);
     std::reverse(expected.begin(), expected.end());
-    const std::size_t capacity = Store(array)->capacity();
+    const std::size_t capacity = Capacity(array);
     array.Invert();
     EXPECT_TRUE(Holds(array, expected));
-    EXPECT_EQ(Store(array)->capacity(), capacity);
+    EXPECT_EQ(Capacity(array), capacity);
     array.Invert();
     EXPECT_TRUE(Holds(array, Texts(length)));
   }
@@ -395,12 +459,12 @@ TEST(VemTuple, InvertReversesTheOrder) {
 
 TEST(VemTuple, ClearGivesStorageBackAndKeepsTheStore) {
   VemVarArray array = Of(Mixed());
-  const std::vector<VemVar>* store = Store(array);
+  const VemVarStore* store = Store(array);
   for (int round = 0; round < 3; ++round) {
     array.Clear();
     EXPECT_EQ(array.Length(), 0);
     EXPECT_EQ(Store(array), store);
-    EXPECT_EQ(Store(array)->capacity(), 0u);
+    EXPECT_EQ(Capacity(array), 0u);
   }
   array.Append("again");
   EXPECT_TRUE(Holds(array, {"again"}));

@@ -3,8 +3,9 @@
 #include <algorithm>
 
 #include "values/TypedArray.h"
+#include "values/VarStore.h"
 
-VemVarArray::VemVarArray() : store_(new std::vector<VemVar>) {}
+VemVarArray::VemVarArray() : store_(new VemVarStore()) {}
 VemVarArray::VemVarArray(long value) : VemVarArray(VemVar(value)) {}
 VemVarArray::VemVarArray(int value) : VemVarArray(VemVar(value)) {}
 VemVarArray::VemVarArray(double value) : VemVarArray(VemVar(value)) {}
@@ -21,27 +22,44 @@ VemVarArray& VemVarArray::operator=(const VemVarArray& other) {
 VemVarArray::~VemVarArray() { Reset(); }
 
 void VemVarArray::Copy(const VemVarArray& other) {
-  if (store_ == nullptr) store_ = new std::vector<VemVar>;
-  *store_ = *other.store_;
+  if (store_ == nullptr) store_ = new VemVarStore();
+  var_store::Assign(*store_, *other.store_);
 }
 
-void VemVarArray::Append(const VemVar& value) { store_->push_back(value); }
+// The copy comes first: the value may be an element of this array.
 void VemVarArray::Insert(int index, const VemVar& value) {
-  typed_array::Insert(*store_, index, value);
+  if (!Contains(index)) return;
+  VemVar copy(value);
+  if (store_->Last == store_->Limit) {
+    Take(copy);
+    return var_store::MoveLastTo(*store_, store_->First + index);
+  }
+  Append(store_->Last[-1]);
+  VemVar* const place = store_->First + index;
+  std::copy_backward(place, store_->Last - 2, store_->Last - 1);
+  *place = copy;
 }
-void VemVarArray::Remove(int index) { typed_array::Remove(*store_, index); }
+
+void VemVarArray::Remove(int index) {
+  if (!Contains(index)) return;
+  VemVar* const place = store_->First + index;
+  var_store::Truncate(*store_, std::copy(place + 1, store_->Last, place));
+}
+
 void VemVarArray::Replace(int index, const VemVar& value) {
-  typed_array::Replace(*store_, index, value);
-}
-void VemVarArray::Swap(int i, int j) { typed_array::Swap(*store_, i, j); }
-
-void VemVarArray::Invert() {
-  const std::vector<VemVar> inverted(store_->rbegin(), store_->rend());
-  store_->clear();
-  store_->insert(store_->end(), inverted.begin(), inverted.end());
+  if (Contains(index)) store_->First[index] = value;
 }
 
-void VemVarArray::Clear() { typed_array::Clear(*store_); }
+// Through a copy, with no shortcut for an element and itself.
+void VemVarArray::Swap(int i, int j) {
+  if (!Contains(i) || !Contains(j)) return;
+  const VemVar copy(store_->First[i]);
+  store_->First[i] = store_->First[j];
+  store_->First[j] = copy;
+}
+
+void VemVarArray::Invert() { var_store::Invert(*store_); }
+void VemVarArray::Clear() { var_store::Release(*store_); }
 
 // The pointer is left as it is: a second Reset would release the store again.
 void VemVarArray::Reset() {
@@ -49,30 +67,35 @@ void VemVarArray::Reset() {
   delete store_;
 }
 
-int VemVarArray::Length() const { return typed_array::Length(*store_); }
-void VemVarArray::Select(int index, VemVar* out) const { typed_array::Select(*store_, index, out); }
+void VemVarArray::Select(int index, VemVar* out) const {
+  if (Contains(index)) *out = store_->First[index];
+}
 
 int VemVarArray::IndexOf(const VemVar& value, int start) {
   for (int i = std::max(start, 0); i < Length(); ++i) {
-    if ((*store_)[static_cast<std::size_t>(i)] == value) return i;
+    if (store_->First[i] == value) return i;
   }
   return -1;
 }
 
-VemVar& VemVarArray::operator[](int index) { return typed_array::Element(*store_, index); }
-VemVar VemVarArray::operator[](int index) const { return typed_array::ElementCopy(*store_, index); }
-
 VemVarArray VemVarArray::operator+(const VemVarArray& right) const {
   VemVarArray sum;
-  sum.store_->reserve(store_->size() + right.store_->size());
-  sum.store_->insert(sum.store_->end(), store_->begin(), store_->end());
-  sum.store_->insert(sum.store_->end(), right.store_->begin(), right.store_->end());
+  var_store::Reserve(*sum.store_, var_store::Count(*store_) + var_store::Count(*right.store_));
+  var_store::AppendCopies(*sum.store_, *store_);
+  var_store::AppendCopies(*sum.store_, *right.store_);
   return sum;
 }
 
 bool VemVarArray::operator==(const VemVarArray& right) const { return !(*this != right); }
 
 bool VemVarArray::operator!=(const VemVarArray& right) const {
-  return !std::equal(store_->begin(), store_->end(), right.store_->begin(), right.store_->end(),
+  return !std::equal(store_->First, store_->Last, right.store_->First, right.store_->Last,
                      [](const VemVar& a, const VemVar& b) { return !(a != b); });
 }
+
+void VemVarArray::Take(VemVar& value) {
+  var_store::MakeRoom(*store_, 1);
+  var_store::Move(value, store_->Last++);
+}
+
+VemVar& VemVarArray::Invalid() { return typed_array::InvalidReference<VemVar>(); }

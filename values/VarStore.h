@@ -1,0 +1,72 @@
+#ifndef VALUES_VAR_STORE_H_
+#define VALUES_VAR_STORE_H_
+
+#include <cstddef>
+#include <cstring>
+#include <new>
+#include <vector>
+
+#include "VemRLC.h"
+#include "VemTuple.h"
+
+/// The elements of an array of control values, taken many at a time. A block grows as a vector's
+/// does, but its elements pass into the larger one as they are: a text is not copied.
+namespace var_store {
+
+inline std::size_t Count(const VemVarStore& store) {
+  return static_cast<std::size_t>(store.Last - store.First);
+}
+
+/// Makes room for `count` elements in all, and no more.
+void Reserve(VemVarStore& store, std::size_t count);
+
+/// Makes room for `added` more elements; where the block grows, it at least doubles.
+void MakeRoom(VemVarStore& store, std::size_t added);
+
+/// Destroys the elements from `first` on; the block is kept.
+void Truncate(VemVarStore& store, VemVar* first);
+
+/// Destroys the elements and gives their block back.
+void Release(VemVarStore& store);
+
+/// Makes the elements deep copies of the source's, as a vector's assignment does: in the block
+/// there is, or else in one that just holds them.
+void Assign(VemVarStore& store, const VemVarStore& source);
+
+/// Appends deep copies of the source's elements, another store's, for which there must be room.
+void AppendCopies(VemVarStore& store, const VemVarStore& source);
+
+/// Moves the last element before the one at `place`; those from there on move up.
+void MoveLastTo(VemVarStore& store, VemVar* place);
+
+/// Puts the elements in the opposite order.
+void Invert(VemVarStore& store);
+
+/// Moves a value to where no element stands, and leaves nothing behind.
+inline void Move(VemVar& value, VemVar* element) {
+  std::memcpy(static_cast<void*>(element), &value, sizeof(value));
+  new (&value) VemVar();
+}
+
+/// The elements' integers, as VemVar::I reads them: `count` of them, 0 behind the last element.
+std::vector<int> Integers(const VemVarStore& store, std::size_t count);
+
+/// The largest of the elements' integers, or 0 if that is larger.
+int LargestInteger(const VemVarStore& store);
+
+inline void AppendInteger(VemVarStore& store, int value) {
+  if (store.Last == store.Limit) MakeRoom(store, 1);
+  new (store.Last) VemVar(value);
+  ++store.Last;
+}
+
+/// Appends `count` integers, for which there must be room: those of the list, then zeros.
+void AppendIntegers(VemVarStore& store, const std::vector<int>& list, std::size_t count);
+
+/// Appends the parts of runs to a store each, in which there must be room.
+void AppendRuns(VemVarStore& rows, VemVarStore& firsts, VemVarStore& lasts,
+                const std::vector<Run>& runs);
+
+}  // namespace var_store
+
+#endif  // VALUES_VAR_STORE_H_
