@@ -20,6 +20,7 @@ class VEM_EXPORT IVemOverlayPath {
   IVemOverlayPath();                              ///< No elements.
   IVemOverlayPath(const IVemOverlayPath& other);  ///< A deep copy of the list alone.
   /// Makes the list a deep copy of `other`'s and returns a further copy by value, not this object.
+  /// That copy is made whether it is taken or not.
   IVemOverlayPath operator=(const IVemOverlayPath& other);
   ~IVemOverlayPath();
 
@@ -70,6 +71,8 @@ class VEM_EXPORT IVemOverlayPath {
   std::vector<VemOverlay> Overlays;  ///< The elements.
 
  private:
+  void AddScratch();
+  void MakeRoom();
   void Grow(std::size_t capacity);
   void Take(VemOverlay& overlay);
 };

@@ -12,8 +12,10 @@ class IVemOverlayPath;
 /// Whatever goes in is a deep copy, and no argument is changed. Every call adds one element;
 /// refused arguments add an overlay of the type VemOverlayNone, which a display skips. The calls
 /// that build an element build it in one working overlay, with the default pen and brush: after
-/// AddImage or AddRegion the later ones carry copies of the last pixels and runs along, under types
-/// that do not show them. To save that memory, build overlays apart and pass them to AddOverlay.
+/// AddImage or AddRegion the later ones carry the last pixels and runs along, under types that do
+/// not show them: the pixels are shared with the image's element, the runs are copied. A copy of
+/// the path has pixels of its own for each such element; to save that, build overlays apart and
+/// pass them to AddOverlay.
 ///
 /// A position must be valid: nothing is reported. A reference to an element lives until the path
 /// grows beyond its room, loses an element, is assigned to or ends. What throws is the allocator,

@@ -1,7 +1,9 @@
 #include "IVemOverlayPath.h"
 
 #include <algorithm>
+#include <opencv2/core.hpp>
 
+#include "IVemOverlay.h"
 #include "VemOverlayPath.h"
 #include "values/TypedArray.h"
 
@@ -15,79 +17,79 @@ IVemOverlayPath::~IVemOverlayPath() = default;
 
 void IVemOverlayPath::AddPoint(VemPoint& point) {
   Scratch.GenPoint(point);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddLine(VemPoint& p1, VemPoint& p2) {
   Scratch.GenLine(p1, p2);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddArrowLine(VemPoint& p1, VemPoint& p2) {
   Scratch.GenArrowLine(p1, p2);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddCircle(VemPoint& center, double radius) {
   Scratch.GenCircle(center, radius);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddRect1(VemPoint& p1, VemPoint& p2) {
   Scratch.GenRect1(p1, p2);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddRakeRect1(VemPoint& p1, VemPoint& p2, int mode, int count) {
   Scratch.GenRakeRect1(p1, p2, mode, count);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddEllipse(VemPoint& center, double radius1, double radius2, double angle) {
   Scratch.GenEllipse(center, radius1, radius2, angle);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddArc(VemPoint& center, double radius, double startAngle,
                              double sweepAngle) {
   Scratch.GenArc(center, radius, startAngle, sweepAngle);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddPolygon(const VemPointArray& points) {
   Scratch.GenPolygon(points);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddPolyLine(const VemPointArray& points) {
   Scratch.GenPolyLine(points);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddIrregular(const VemPointArray& points) {
   Scratch.GenIrregular(points);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddTorus(VemPoint& center, double innerRadius, double outerRadius,
                                double startAngle, double sweepAngle) {
   Scratch.GenTorus(center, innerRadius, outerRadius, startAngle, sweepAngle);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddSpokeTorus(VemPoint& center, double innerRadius, double outerRadius,
                                     double startAngle, double sweepAngle, int mode, int count) {
   Scratch.GenSpokeTorus(center, innerRadius, outerRadius, startAngle, sweepAngle, mode, count);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddRect2(VemPoint& center, double length1, double length2, double angle) {
   Scratch.GenRect2(center, length1, length2, angle);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddRakeRect2(VemPoint& center, double length1, double length2, double angle,
                                    int mode, int count) {
   Scratch.GenRakeRect2(center, length1, length2, angle, mode, count);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddText(VemPoint& point, const char* text, VemFont& font) {
   Scratch.GenText(point, text, font);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddImage(VemPoint& point, VemImage& image) {
   Scratch.GenImage(point, image);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 void IVemOverlayPath::AddRegion(VemRegion& region) {
   Scratch.GenRegion(region);
-  AddOverlay(Scratch);
+  AddScratch();
 }
 
 // Copied before the list moves: the overlay may be one of its elements.
@@ -149,11 +151,33 @@ void IVemOverlayPath::Grow(std::size_t capacity) {
   Overlays.swap(grown);
 }
 
+// Adds a copy of the working overlay that shares its pixels: nothing writes into those of an
+// overlay in a list, and whatever leaves the list is cloned. They are out of the way while the rest
+// is copied.
+void IVemOverlayPath::AddScratch() {
+  MakeRoom();
+  Overlays.emplace_back();
+  cv::Mat pixels;
+  cv::swap(pixels, Scratch.impl_->Image);
+  try {
+    Overlays.back() = Scratch;
+  } catch (...) {
+    cv::swap(pixels, Scratch.impl_->Image);
+    Overlays.pop_back();
+    throw;
+  }
+  Overlays.back().impl_->Image = pixels;
+  cv::swap(pixels, Scratch.impl_->Image);
+}
+
+void IVemOverlayPath::MakeRoom() {
+  if (Overlays.size() < Overlays.capacity()) return;
+  Grow(std::max<std::size_t>(1, 2 * Overlays.size()));
+}
+
 // Adds an element that takes the overlay's place, and leaves a new one there.
 void IVemOverlayPath::Take(VemOverlay& overlay) {
-  if (Overlays.size() == Overlays.capacity()) {
-    Grow(std::max<std::size_t>(1, 2 * Overlays.size()));
-  }
+  MakeRoom();
   Overlays.emplace_back();
   Overlays.back().Swap(overlay);
 }

@@ -168,7 +168,9 @@ TYPED_TEST(OverlayPath, LaterElementsCarryTheLastPixelsAndRuns) {
   ExpectRuns(ElementOf(path, 0), 1, 2, 3);
 
   path.AddPoint(point);
-  EXPECT_NE(ElementOf(path, 0).Image.data, ElementOf(path, 1).Image.data);
+  image = ImageOf("..\n");
+  path[0].GenImage(point, image);
+  EXPECT_EQ(Picture(ElementOf(path, 1).Image), "##\n");
 }
 
 TYPED_TEST(OverlayPath, ElementsOfEveryKindCarryPixelsAndRuns) {
@@ -509,6 +511,28 @@ TYPED_TEST(OverlayPath, PixelsAreCopiedOnceOnTheWayIn) {
   EXPECT_EQ(counter.Take(), 0);
   const TypeParam copy(path);
   EXPECT_EQ(counter.Take(), 20);
+}
+
+TYPED_TEST(OverlayPath, ElementsBehindAnImageCopyNoPixels) {
+  TypeParam path;
+  VemPoint point(1, 2);
+  VemImage image = ImageOf("#.\n");
+  PixelCounter counter;
+  path.AddImage(point, image);
+  EXPECT_EQ(counter.Take(), 1);
+  for (int i = 0; i < 20; ++i) path.AddPoint(point);
+  EXPECT_EQ(counter.Take(), 0);
+
+  image.Mat().setTo(0);
+  VemImage read;
+  path[0].GetImage(&point, &read);
+  read.Mat().setTo(0);
+  path[1].GenImage(point, image);
+  VemOverlay copy(path[0]);
+  Impl(copy).Image.setTo(0);
+  for (const int position : {0, 2, 20}) {
+    EXPECT_EQ(Picture(ElementOf(path, position).Image), "#.\n") << position;
+  }
 }
 
 TYPED_TEST(OverlayPath, AssignmentCopiesPixelsForTargetAndResult) {
