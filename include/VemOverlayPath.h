@@ -29,7 +29,8 @@ class VEM_EXPORT VemOverlayPath {
   VemOverlayPath();                             ///< No elements.
   VemOverlayPath(const VemOverlayPath& other);  ///< A deep copy.
   /// Makes the list a deep copy of `other`'s and returns a further copy by value, not this path.
-  /// Assigned to itself, a path stays as it is, and the copy is made all the same.
+  /// That copy is made whether it is taken or not, and when the source is the object itself, which
+  /// stays as it is.
   VemOverlayPath operator=(const VemOverlayPath& other);
   ~VemOverlayPath();
 

@@ -27,7 +27,8 @@ class VEM_EXPORT VemQRCodeArray {
   VemQRCodeArray();                             ///< Empty.
   VemQRCodeArray(const VemQRCodeArray& other);  ///< A deep copy.
   /// Makes the contents a copy of `other`'s and returns a further copy by value, not this array.
-  /// Assigned to itself, an array stays as it is, and the copy is made all the same.
+  /// That copy is made whether it is taken or not, and when the source is the object itself, which
+  /// stays as it is.
   VemQRCodeArray operator=(const VemQRCodeArray& other);
   ~VemQRCodeArray();
 
