@@ -1,7 +1,6 @@
 #ifndef MASKS_RUN_TRIPLE_H_
 #define MASKS_RUN_TRIPLE_H_
 
-#include <algorithm>
 #include <cstddef>
 #include <vector>
 

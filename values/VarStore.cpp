@@ -107,19 +107,11 @@ void CopyOver(VemVar* target, const VemVar* source, std::size_t count) {
   }
 }
 
-// Chunk by chunk, so that a target that has just been looked at is still near when it is written.
-void AssignOver(VemVar* target, const VemVar* source, std::size_t left) {
-  constexpr std::size_t kChunk = 512;
-  while (left > 0) {
-    const std::size_t count = std::min(kChunk, left);
-    if (AnyText(target, count)) {
-      std::copy_n(source, count, target);
-    } else {
-      CopyOver(target, source, count);
-    }
-    target += count;
-    source += count;
-    left -= count;
+void AssignOver(VemVar* target, const VemVar* source, std::size_t count) {
+  if (AnyText(target, count)) {
+    std::copy_n(source, count, target);
+  } else {
+    CopyOver(target, source, count);
   }
 }
 
