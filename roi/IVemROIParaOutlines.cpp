@@ -154,48 +154,33 @@ bool MaskOutlines(IVemROIPara& mask, Contours& contours, Canvas& canvas) {
   });
 }
 
+/// A shape that outlines are made of; null for those that have none.
+using OutlineShape = bool (*)(const VemVarArray& params, Contours& contours, Canvas& canvas);
+
+constexpr OutlineShape kShapes[] = {
+    Rect1Outline,     // VemROIRect1
+    CircleOutlines,   // VemROICircle
+    TorusOutlines,    // VemROITorus
+    nullptr,          // VemROINone
+    VerticesOutline,  // VemROIPolygon
+    VerticesOutline,  // VemROIIrregular
+    Rect2Outline,     // VemROIRect2
+    LineOutline,      // VemROILine
+    EllipseOutlines,  // VemROIEllipse
+    ArcOutline,       // VemROIArc
+};
+
 }  // namespace
 
 bool IVemROIPara::GetMask(VemContourArray* contours, int* width, int* height) {
   contours->Clear();
+  if (Type == VemROINone) return false;
+  const OutlineShape shape = EntryFor(kShapes, Type);
+  if (Type != VemROIMask && shape == nullptr) return true;
   Contours found;
   Canvas canvas = {0, 0};
-  bool reachesIn = false;
-  switch (Type) {
-    case VemROIRect1:
-      reachesIn = Rect1Outline(Params, found, canvas);
-      break;
-    case VemROICircle:
-      reachesIn = CircleOutlines(Params, found, canvas);
-      break;
-    case VemROITorus:
-      reachesIn = TorusOutlines(Params, found, canvas);
-      break;
-    case VemROIPolygon:
-    case VemROIIrregular:
-      reachesIn = VerticesOutline(Params, found, canvas);
-      break;
-    case VemROIRect2:
-      reachesIn = Rect2Outline(Params, found, canvas);
-      break;
-    case VemROILine:
-      reachesIn = LineOutline(Params, found, canvas);
-      break;
-    case VemROIEllipse:
-      reachesIn = EllipseOutlines(Params, found, canvas);
-      break;
-    case VemROIArc:
-      reachesIn = ArcOutline(Params, found, canvas);
-      break;
-    case VemROIMask:
-      reachesIn = MaskOutlines(*this, found, canvas);
-      break;
-    case VemROINone:
-      return false;
-    case VemROIPoint:
-    default:
-      return true;
-  }
+  const bool reachesIn =
+      Type == VemROIMask ? MaskOutlines(*this, found, canvas) : shape(Params, found, canvas);
   *width = reachesIn ? canvas.width : 0;
   *height = reachesIn ? canvas.height : 0;
   if (reachesIn) VectorI2D(std::move(found), *contours->store_);

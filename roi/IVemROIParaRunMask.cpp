@@ -135,11 +135,12 @@ bool LineRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   const float intercept = ToFloat(p.y1) - ToFloat(p.x1) * slope;
   const int firstRow = std::max(std::min(p.y1, p.y2), 0);
   const int lastRow = std::max(p.y1, p.y2);
+  canvas = CanvasTo(std::max(p.x1, p.x2), lastRow);
+  if (slope == 0) return true;
   for (long row = firstRow; row <= lastRow; ++row) {
     const int column = TruncateToInt((static_cast<float>(row) - intercept) / slope);
     if (column >= 0) runs.Append(static_cast<int>(row), column, column);
   }
-  canvas = CanvasTo(std::max(p.x1, p.x2), lastRow);
   return true;
 }
 
@@ -331,7 +332,23 @@ bool TorusRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   return true;
 }
 
-bool MaskRuns(const IVemROIPara& mask, VemVarArray* rows, VemVarArray* firstColumns,
+/// A shape that runs are made of; null for those that have none.
+using ListShape = bool (*)(const VemVarArray& params, RunTriple& runs, Canvas& canvas);
+
+constexpr ListShape kShapes[] = {
+    Rect1Runs,      // VemROIRect1
+    CircleRuns,     // VemROICircle
+    TorusRuns,      // VemROITorus
+    nullptr,        // VemROINone
+    PolygonRuns,    // VemROIPolygon
+    IrregularRuns,  // VemROIIrregular
+    Rect2Runs,      // VemROIRect2
+    LineRuns,       // VemROILine
+    EllipseRuns,    // VemROIEllipse
+    ArcRuns,        // VemROIArc
+};
+
+bool CopyMask(const IVemROIPara& mask, VemVarArray* rows, VemVarArray* firstColumns,
               VemVarArray* lastColumns, Canvas& canvas) {
   if (mask.Width < 0 || mask.Height < 0) return false;
   *rows = mask.Rows;
@@ -347,44 +364,17 @@ bool IVemROIPara::GetMask(VemVarArray* rows, VemVarArray* firstColumns, VemVarAr
                           int* width, int* height) const {
   RunTriple runs(*rows, *firstColumns, *lastColumns);
   runs.Clear();
+  if (Type == VemROINone) return false;
+  const ListShape shape = EntryFor(kShapes, Type);
+  if (Type != VemROIMask && shape == nullptr) return true;
   Canvas canvas = {0, 0};
   bool reachesIn = false;
-  switch (Type) {
-    case VemROIRect1:
-      reachesIn = Rect1Runs(Params, runs, canvas);
-      break;
-    case VemROICircle:
-      reachesIn = CircleRuns(Params, runs, canvas);
-      break;
-    case VemROITorus:
-      reachesIn = TorusRuns(Params, runs, canvas);
-      break;
-    case VemROIPolygon:
-      reachesIn = PolygonRuns(Params, runs, canvas);
-      break;
-    case VemROIIrregular:
-      reachesIn = IrregularRuns(Params, runs, canvas);
-      break;
-    case VemROIRect2:
-      reachesIn = Rect2Runs(Params, runs, canvas);
-      break;
-    case VemROILine:
-      reachesIn = LineRuns(Params, runs, canvas);
-      break;
-    case VemROIEllipse:
-      reachesIn = EllipseRuns(Params, runs, canvas);
-      break;
-    case VemROIArc:
-      reachesIn = ArcRuns(Params, runs, canvas);
-      break;
-    case VemROIMask:
-      reachesIn = MaskRuns(*this, rows, firstColumns, lastColumns, canvas);
-      break;
-    case VemROINone:
-      return false;
-    case VemROIPoint:
-    default:
-      return true;
+  try {
+    reachesIn = Type == VemROIMask ? CopyMask(*this, rows, firstColumns, lastColumns, canvas)
+                                   : shape(Params, runs, canvas);
+  } catch (...) {
+    runs.Clear();
+    throw;
   }
   *width = reachesIn ? canvas.width : 0;
   *height = reachesIn ? canvas.height : 0;

@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <opencv2/core.hpp>
 #include <vector>
 
+#include "VemROIType.h"
 #include "VemTuple.h"
 #include "values/Processor.h"
 
@@ -94,5 +96,11 @@ struct ClosedVertices {
   int endRow;     ///< One past the last row.
   int endColumn;  ///< One past the last column.
 };
+
+/// What a table that is ordered by shape types holds for a type; null beyond its end.
+template <typename Entry, std::size_t kCount>
+Entry EntryFor(const Entry (&table)[kCount], VemROIType type) {
+  return type >= 0 && static_cast<std::size_t>(type) < kCount ? table[type] : nullptr;
+}
 
 #endif  // ROI_SHAPE_GEOMETRY_H_

@@ -18,7 +18,7 @@
 
 namespace {
 
-const Family kFamilies[] = {AddRunRows, AddComponentRows, AddOutlineRows, AddMaskRows};
+const Family kFamilies[] = {AddRunRows, AddComponentRows, AddOutlineRows, AddMaskRows, AddValueRows};
 
 struct Options {
   Setting setting;
