@@ -17,14 +17,16 @@ class RunBlock {
 
   /// Adds `count` runs of a row, told by their edges.
   void Add(const Edge* edges, std::size_t count, int row) {
-    while (count > kRoom - size_) {
-      const std::size_t some = kRoom - size_;
-      store_(edges, some, row, block_ + size_);
-      size_ = kRoom;
-      edges += 2 * some;
-      count -= some;
-      Reserve(static_cast<std::size_t>(row) + 1);
-      Finish();
+    if (count > kRoom - size_) {
+      Reserve(runs_.size() + size_ + count, static_cast<std::size_t>(row) + 1);
+      do {
+        const std::size_t some = kRoom - size_;
+        store_(edges, some, row, block_ + size_);
+        size_ = kRoom;
+        edges += 2 * some;
+        count -= some;
+        Finish();
+      } while (count > kRoom);
     }
     store_(edges, count, row, block_ + size_);
     size_ += count;
@@ -39,10 +41,10 @@ class RunBlock {
  private:
   static constexpr std::size_t kRoom = 1024;
 
-  // Makes room for as many runs as there will be when the rows to come are like those read, and for
-  // twice what there is: each move to a larger list touches all of it again.
-  void Reserve(std::size_t read) {
-    const std::size_t count = runs_.size() + size_;
+  // Makes room for as many runs as there will be when the rows to come are like those read, in
+  // which there are `count`, and for twice that: each move to a larger list touches all of it
+  // again.
+  void Reserve(std::size_t count, std::size_t read) {
     if (count <= runs_.capacity()) return;
     const std::size_t expected = count * rows_ / read;
     runs_.reserve(std::max(expected + expected / 16, 2 * count));

@@ -361,7 +361,8 @@ class Tracer {
 
   cv::Point* Flush(const cv::Point* end) {
     const std::size_t count = block_.CountTo(end);
-    block_.Flush(end, std::max(2 * count, 2 * count_));
+    // A run has up to four vertices as a rule; what is not filled is not touched.
+    block_.Flush(end, std::max(2 * count, 4 * count_));
     return block_.Begin();
   }
 
