@@ -13,8 +13,6 @@ namespace {
 /// order of first runs, and the root of united labels is the first of them.
 class Labels {
  public:
-  std::size_t Count() const { return count_; }
-
   /// Makes room for `count` more labels.
   void Reserve(std::size_t count) { parents_.Grow(count_, count_ + count); }
 

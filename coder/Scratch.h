@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <utility>
 
 /// Numbers in a growing block that is never filled beforehand: pages that nothing is written to are
 /// not touched.

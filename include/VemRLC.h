@@ -24,15 +24,16 @@ struct Run {
 /// The run-length coder: turns a mask raster into runs, components and outlines.
 ///
 /// A raster is a two-dimensional `cv::Mat` of one channel and any depth. A pixel that is not zero
-/// is foreground. The raster is read once and never written; its rows may be padded. A raster that
+/// is foreground. The raster is read and never written; its rows may be padded. A raster that
 /// is empty, or has several channels, counts as one without foreground, and without foreground all
 /// lists are left empty.
 ///
 /// Work and memory are linear in the pixels, the runs and the outlines. Beside its results a call
-/// takes, for a while, room for the edges of two rows (4 bytes a column each) and 24 KB; for
-/// components instead 16 bytes a run, a row and, once, a column; for outlines another 16 bytes a run
-/// and 4 bytes an outline. Nothing is allocated a row, a run or an outline, but for the lists of
-/// Convert. What the processor offers decides how rows are read, never what comes of it.
+/// takes, for a while, room for the edges of two rows (4 bytes a column each) and 24 KB. Finding
+/// components takes instead some 16 bytes a run, as many a row, as many once a column, and 4 bytes
+/// a component; finding outlines takes in addition 16 bytes a run and 4 bytes an outline. No row,
+/// run or outline has an allocation of its own, but for the lists of Convert. What the processor
+/// offers decides how rows are read, never what comes of it.
 ///
 /// Components and outlines are 8-connected. Nothing is reported; what throws is the allocator, and
 /// FindContours `std::length_error` for more runs than integers can tell apart as outlines. Use a
