@@ -1,7 +1,7 @@
 #ifndef MASKS_CONTOUR_FILL_H_
 #define MASKS_CONTOUR_FILL_H_
 
-#include <cstdint>
+#include <cstddef>
 #include <opencv2/core.hpp>
 #include <vector>
 
@@ -19,10 +19,21 @@ struct FillArea {
   int endRow;
 };
 
-/// An edge of a contour, unclipped.
-struct FillEdge {
-  cv::Point from;
-  cv::Point to;
+/// Closed contours, one after the other in one list: each as its last vertex, then all from the
+/// first to the last, so that every two points side by side are an edge.
+struct FillContours {
+  std::vector<cv::Point> points;
+  std::vector<std::size_t> ends;  ///< For each contour, where it ends among the points.
+
+  /// Calls `visit(first, end)` with the points of each contour.
+  template <typename Visit>
+  void ForEach(Visit visit) const {
+    const cv::Point* first = points.data();
+    for (const std::size_t end : ends) {
+      visit(first, points.data() + end);
+      first = points.data() + end;
+    }
+  }
 };
 
 /// Fills closed contours: the pixels on their borders and those between them, even-odd over all
@@ -50,7 +61,7 @@ class ContourFill {
 
  private:
   FillArea area_;
-  std::vector<FillEdge> edges_;
+  FillContours contours_;
 };
 
 #endif  // MASKS_CONTOUR_FILL_H_

@@ -32,12 +32,14 @@ class DenseFill {
         plane_(words_ * static_cast<std::size_t>(area.endRow - area.firstRow)) {}
 
   void AddEdge(const FillEdge& edge) {
-    Crossing crossing;
-    if (CrossRows(edge, area_, crossing)) AddCrossings(crossing);
+    AddCrossings(edge);
     if (IsShort(edge)) return AddShortBorder(edge.from, edge.to);
     FillEdge line = edge;
-    BorderWalk border;
-    if (ClipEdge(line, area_) && border.Start(line, area_)) AddBorder(border);
+    if (!ClipEdge(line, area_)) return;
+    WalkBorder(line, area_, [&](int row, int first, int last) {
+      Cover(plane_.data() + RowStart(row), static_cast<std::size_t>(first),
+            static_cast<std::size_t>(last));
+    });
   }
 
   void HandOut(RunSink& sink) const {
@@ -64,10 +66,9 @@ class DenseFill {
   }
 
   // A pixel is inside where an odd number of crossings lie left of it, and where one meets it.
-  void AddCrossings(const Crossing& crossing) {
-    Word* words = plane_.data() + RowStart(crossing.top);
-    std::int64_t x = crossing.x;
-    for (int row = crossing.top; row < crossing.end; ++row) {
+  void AddCrossings(const FillEdge& edge) {
+    WalkCrossings(edge, area_, [&](int row, std::int64_t x) {
+      Word* const words = plane_.data() + RowStart(row);
       const std::int64_t before = ColumnTo(x);
       const auto turn = static_cast<std::size_t>(
           std::min<std::int64_t>(std::max<std::int64_t>(before + 1, 0), area_.width));
@@ -76,9 +77,7 @@ class DenseFill {
         const auto met = static_cast<std::size_t>(before);
         words[met / kWordBits].covered |= std::uint64_t{1} << met % kWordBits;
       }
-      x += crossing.step;
-      words += words_;
-    }
+    });
   }
 
   // A short line within the area, pixel by pixel.
@@ -102,17 +101,6 @@ class DenseFill {
       error += (2 * longer & sideways) - 2 * shorter;
       words += rowStep * (down > across ? 1 : -sideways);
       column += static_cast<std::size_t>(down > across ? -sideways : 1);
-    }
-  }
-
-  void AddBorder(BorderWalk& border) {
-    Word* words = plane_.data() + RowStart(border.top());
-    for (int row = border.top();;) {
-      Cover(words, static_cast<std::size_t>(border.first()),
-            static_cast<std::size_t>(border.last()));
-      if (++row == border.end()) return;
-      border.Next();
-      words += words_;
     }
   }
 
@@ -164,8 +152,10 @@ class DenseFill {
 
 }  // namespace
 
-void FillDensely(const std::vector<FillEdge>& edges, const FillArea& area, RunSink& sink) {
+void FillDensely(const FillContours& contours, const FillArea& area, RunSink& sink) {
   DenseFill fill(area);
-  for (const FillEdge& edge : edges) fill.AddEdge(edge);
+  contours.ForEach([&](const cv::Point* first, const cv::Point* end) {
+    for (const cv::Point* to = first + 1; to != end; ++to) fill.AddEdge({to[-1], *to});
+  });
   fill.HandOut(sink);
 }

@@ -6,6 +6,22 @@
 
 #include "masks/ContourFill.h"
 
+/// An edge of a contour, or the part of it that lies on a canvas.
+struct FillEdge {
+  cv::Point from;
+  cv::Point to;
+
+  const cv::Point& Upper() const { return from.y <= to.y ? from : to; }
+  const cv::Point& Lower() const { return from.y <= to.y ? to : from; }
+};
+
+inline bool IsOnCanvas(const cv::Point& p, const FillArea& area) {
+  return p.x >= 0 && p.x < area.width && p.y >= 0 && p.y < area.height;
+}
+
+/// Clips an edge to the area's canvas, as ClipLine does.
+bool ClipEdge(FillEdge& edge, const FillArea& area);
+
 /// Crossings are told in units of 1/65536 pixel.
 constexpr int kCrossingBits = 16;
 constexpr std::int64_t kCrossingOne = std::int64_t{1} << kCrossingBits;
@@ -16,57 +32,45 @@ inline std::int64_t ColumnFrom(std::int64_t crossing) {
 }
 inline std::int64_t ColumnTo(std::int64_t crossing) { return crossing >> kCrossingBits; }
 
-/// Where an edge crosses the rows of an area, from `top` to the row before `end`.
-struct Crossing {
-  std::int64_t x;     ///< Where it crosses the row at hand.
-  std::int64_t step;  ///< How far it advances to the next row.
-  int top;
-  int end;
-};
+/// Division truncates. Small numbers are divided as such, since that takes a fraction of the time.
+inline std::int64_t Divide(std::int64_t dividend, std::int64_t divisor) {
+  const auto dividend32 = static_cast<std::int32_t>(dividend);
+  const auto divisor32 = static_cast<std::int32_t>(divisor);
+  if (dividend32 == dividend && divisor32 == divisor) return dividend32 / divisor32;
+  return dividend / divisor;
+}
 
-/// Tells where the edge crosses the area's rows; false where it crosses none.
-bool CrossRows(const FillEdge& edge, const FillArea& area, Crossing& crossing);
+/// Calls `visit(row, x)` for each of the area's rows that the edge crosses, downward.
+template <typename Visit>
+void WalkCrossings(const FillEdge& edge, const FillArea& area, Visit visit) {
+  const cv::Point& upper = edge.Upper();
+  const cv::Point& lower = edge.Lower();
+  const int top = std::max(upper.y, area.firstRow);
+  const int end = std::min(lower.y, area.endRow);
+  if (top >= end) return;
+  const std::int64_t across = static_cast<std::int64_t>(lower.x) - upper.x;
+  const std::int64_t down = static_cast<std::int64_t>(lower.y) - upper.y;
+  std::int64_t x = upper.x * kCrossingOne;
+  if (down == 1) return visit(top, x);
+  const std::int64_t step = Divide(across * kCrossingOne, down);
+  x += step * (static_cast<std::int64_t>(top) - upper.y);
+  for (int row = top; row < end; ++row, x += step) visit(row, x);
+}
 
-/// The pixels of an 8-connected line, row by row from `top` to the row before `end`: in each row
-/// the columns `first` to `last`.
-///
-/// With t as the number of rows below the upper end, a steep line has in each row the one column
-/// whose place is `quotient`, a flat one the columns between the quotients of t and t + 1:
-///
-///     steep  upper.x + floor((2 * dx * t + dy - 1) / (2 * dy))
-///     flat   upper.x + 1 + floor((2 * dx * t - dx) / (2 * dy))
-///
-/// Quotient and rest advance together, so they are exact at any length.
-class BorderWalk {
+/// A quotient rounded down that advances with its dividend, exact at any length.
+class SteadyQuotient {
  public:
-  /// Begins the line between two points of the area's canvas; false where it has no wanted row.
-  bool Start(const FillEdge& line, const FillArea& area);
+  /// `quotient + rest / divisor` where the rest is at least 0 and less than the divisor; both parts
+  /// of the step likewise.
+  SteadyQuotient(std::int64_t quotient, std::int64_t rest, std::int64_t wholeStep,
+                 std::int64_t restStep, std::int64_t divisor)
+      : quotient_(quotient),
+        rest_(rest - divisor),
+        wholeStep_(wholeStep),
+        restStep_(restStep),
+        divisor_(divisor) {}
 
-  int top() const { return top_; }
-  int end() const { return end_; }
-  std::int64_t first() const { return first_; }
-  std::int64_t last() const { return last_; }
-
-  /// Goes to the next row.
-  void Next() {
-    const std::int64_t before = quotient_;
-    Advance();
-    if (slope_ == kSteep) {
-      first_ = last_ = quotient_;
-    } else if (slope_ == kFlatRight) {
-      first_ = before;
-      last_ = std::min(quotient_ - 1, lowerColumn_);
-    } else {
-      first_ = std::max(quotient_, lowerColumn_);
-      last_ = before - 1;
-    }
-  }
-
- private:
-  enum Slope : int { kSteep, kFlatRight, kFlatLeft };
-
-  void SetQuotient(std::int64_t base, std::int64_t slope, std::int64_t offset,
-                   std::int64_t skippedRows);
+  std::int64_t Value() const { return quotient_; }
 
   // The rest is held less the divisor. Whether it carries can't be foretold, so no branch asks.
   void Advance() {
@@ -76,20 +80,75 @@ class BorderWalk {
     quotient_ += wholeStep_ - carry;
   }
 
-  std::int64_t first_;
-  std::int64_t last_;
+  void Advance(std::int64_t steps);
+
+ private:
   std::int64_t quotient_;
   std::int64_t rest_;
   std::int64_t wholeStep_;
   std::int64_t restStep_;
   std::int64_t divisor_;
-  std::int64_t lowerColumn_;
-  Slope slope_;
-  int top_;
-  int end_;
 };
 
-/// Clips an edge to the area's canvas, as ClipLine does.
-bool ClipEdge(FillEdge& edge, const FillArea& area);
+/// The one column in each row of a steep line, t rows below its upper end:
+///
+///     upper.x + floor((2 * across * t + down - 1) / (2 * down))
+inline SteadyQuotient SteepColumns(const cv::Point& upper, std::int64_t across, std::int64_t down) {
+  const std::int64_t whole = across < 0 ? -1 : across == down ? 1 : 0;
+  return {upper.x, down - 1, whole, 2 * (across - whole * down), 2 * down};
+}
+
+/// Where a flat line leaves its rows. Those columns are in its row t that lie between the values
+/// for t and t + 1, the left one included:
+///
+///     upper.x + 1 + floor((2 * across * t - across) / (2 * down))
+inline SteadyQuotient FlatColumns(const cv::Point& upper, std::int64_t across, std::int64_t down) {
+  std::int64_t whole = Divide(across, down);
+  if (whole * down > across) --whole;
+  const std::int64_t rest = across - whole * down;
+  // Half of the step back, in whole columns and a rest.
+  const std::int64_t back = (whole & 1) * down + rest;
+  const std::int64_t borrow = back > 0 ? 1 : 0;
+  return {upper.x + 1 - (whole >> 1) - borrow, 2 * down * borrow - back, whole, 2 * rest, 2 * down};
+}
+
+/// Calls `visit(row, first, last)` for each of the area's rows that an 8-connected line between two
+/// points of the canvas meets, downward, with the columns of its pixels there.
+template <typename Visit>
+void WalkBorder(const FillEdge& line, const FillArea& area, Visit visit) {
+  const cv::Point& upper = line.Upper();
+  const cv::Point& lower = line.Lower();
+  const int top = std::max(upper.y, area.firstRow);
+  const int last = std::min(lower.y, area.endRow - 1);
+  if (top > last) return;
+  const std::int64_t across = static_cast<std::int64_t>(lower.x) - upper.x;
+  const std::int64_t down = static_cast<std::int64_t>(lower.y) - upper.y;
+  const std::int64_t skipped = static_cast<std::int64_t>(top) - upper.y;
+  if (down == 0) return visit(top, std::min(upper.x, lower.x), std::max(upper.x, lower.x));
+
+  if (-down <= across && across <= down) {
+    SteadyQuotient columns = SteepColumns(upper, across, down);
+    if (skipped != 0) columns.Advance(skipped);
+    for (int row = top; row <= last; ++row, columns.Advance()) {
+      const int column = static_cast<int>(columns.Value());
+      visit(row, column, column);
+    }
+    return;
+  }
+  SteadyQuotient columns = FlatColumns(upper, across, down);
+  if (skipped != 0) columns.Advance(skipped);
+  for (int row = top; row <= last; ++row) {
+    const std::int64_t before = columns.Value();
+    columns.Advance();
+    const std::int64_t behind = columns.Value();
+    if (across > 0) {
+      visit(row, static_cast<int>(std::max<std::int64_t>(before, upper.x)),
+            static_cast<int>(std::min<std::int64_t>(behind - 1, lower.x)));
+    } else {
+      visit(row, static_cast<int>(std::max<std::int64_t>(behind, lower.x)),
+            static_cast<int>(std::min<std::int64_t>(before - 1, upper.x)));
+    }
+  }
+}
 
 #endif  // MASKS_EDGE_WALK_H_

@@ -32,52 +32,79 @@ void SortAgain(std::vector<T>& items, Place place) {
   }
 }
 
-/// Things that begin in one row and end in another: those that wait, the next at the end, and those
-/// at hand.
+/// What a chain of edges has in each row, from `top` to the row before `end`, and what it has in
+/// the row at hand.
+template <typename T>
+struct Chain {
+  int top;
+  int end;
+  std::size_t next;  ///< Where the chain's list goes on below the row at hand.
+  T now;
+};
+
+/// Chains that wait, the next at the end, and those at hand.
 template <typename T>
 struct Schedule {
-  void Begin() {
-    std::sort(waiting.begin(), waiting.end(),
-              [](const T& a, const T& b) { return Top(a) > Top(b); });
+  // Makes room for a chain, filled with `value`; returns where its list starts.
+  T* Add(int top, int end, const T& value) {
+    const std::size_t start = lists.size();
+    waiting.push_back({top, end, start, value});
+    lists.resize(start + static_cast<std::size_t>(end - top), value);
+    return lists.data() + start;
   }
 
-  int NextTop() const { return waiting.empty() ? INT_MAX : Top(waiting.back()); }
+  void Begin() {
+    std::sort(waiting.begin(), waiting.end(),
+              [](const Chain<T>& a, const Chain<T>& b) { return a.top > b.top; });
+  }
+
+  int NextTop() const { return waiting.empty() ? INT_MAX : waiting.back().top; }
 
   void Admit(int row) {
-    for (; !waiting.empty() && Top(waiting.back()) == row; waiting.pop_back()) {
+    for (; !waiting.empty() && waiting.back().top == row; waiting.pop_back()) {
       active.push_back(waiting.back());
     }
   }
 
   void Retire(int row) {
     active.erase(std::remove_if(active.begin(), active.end(),
-                                [&](const T& item) { return End(item) <= row; }),
+                                [&](const Chain<T>& chain) { return chain.end <= row; }),
                  active.end());
   }
 
   /// The first row in which those at hand are no longer the same.
   int Stop() const {
     int stop = NextTop();
-    for (const T& item : active) stop = std::min(stop, End(item));
+    for (const Chain<T>& chain : active) stop = std::min(stop, chain.end);
     return stop;
   }
 
-  static int Top(const Crossing& item) { return item.top; }
-  static int Top(const BorderWalk& item) { return item.top(); }
-  static int End(const Crossing& item) { return item.end; }
-  static int End(const BorderWalk& item) { return item.end(); }
+  // Goes to the next row and brings the chains in the order of their places there.
+  template <typename Place>
+  void Advance(Place place) {
+    for (Chain<T>& chain : active) chain.now = lists[chain.next++];
+    SortAgain(active, [&](const Chain<T>& chain) { return place(chain.now); });
+  }
 
-  std::vector<T> waiting;
-  std::vector<T> active;
+  std::vector<T> lists;
+  std::vector<Chain<T>> waiting;
+  std::vector<Chain<T>> active;
+};
+
+/// The pixels of a border within a row, both ends included.
+struct Stretch {
+  int first;
+  int last;
 };
 
 class SparseFill {
  public:
-  SparseFill(const std::vector<FillEdge>& edges, const FillArea& area, RunSink& sink)
+  SparseFill(const FillContours& contours, const FillArea& area, RunSink& sink)
       : area_(area), sink_(sink) {
-    crossings_.waiting.reserve(edges.size());
-    borders_.waiting.reserve(edges.size());
-    for (const FillEdge& edge : edges) AddEdge(edge);
+    contours.ForEach([&](const cv::Point* first, const cv::Point* end) {
+      AddCrossings(first, end);
+      AddBorders(first, end);
+    });
     crossings_.Begin();
     borders_.Begin();
   }
@@ -96,14 +123,70 @@ class SparseFill {
   }
 
  private:
-  void AddEdge(const FillEdge& edge) {
-    Crossing crossing;
-    if (CrossRows(edge, area_, crossing)) crossings_.waiting.push_back(crossing);
-    FillEdge line = edge;
-    BorderWalk border;
-    if (ClipEdge(line, area_) && border.Start(line, area_)) {
-      borders_.waiting.push_back(border);
+  // Edges that go on downward, or on upward, cross each row once.
+  void AddCrossings(const cv::Point* first, const cv::Point* end) {
+    for (const cv::Point* from = first; from + 1 != end;) {
+      const cv::Point* to = from + 1;
+      int sense = Sense(from->y, to->y);
+      for (; to + 1 != end && KeepsOn(sense, to->y, to[1].y); ++to) {
+      }
+      AddCrossingChain(from, to);
+      from = to;
     }
+  }
+
+  static int Sense(int from, int to) { return from < to ? 1 : from > to ? -1 : 0; }
+
+  // Whether a step from row to row goes on in the chain's sense, which a level chain takes from it.
+  static bool KeepsOn(int& sense, int from, int to) {
+    const int next = Sense(from, to);
+    if (sense == 0) sense = next;
+    return next == 0 || next == sense;
+  }
+
+  void AddCrossingChain(const cv::Point* first, const cv::Point* last) {
+    const int top = std::max(std::min(first->y, last->y), area_.firstRow);
+    const int end = std::min(std::max(first->y, last->y), area_.endRow);
+    if (top >= end) return;
+    std::int64_t* const list = crossings_.Add(top, end, 0);
+    for (const cv::Point* to = first + 1; to <= last; ++to) {
+      WalkCrossings({to[-1], *to}, area_, [&](int row, std::int64_t x) { list[row - top] = x; });
+    }
+  }
+
+  // The lines on both sides of a vertex of the canvas share its pixel. Where a vertex lies
+  // elsewhere, the clipped lines need not touch.
+  void AddBorders(const cv::Point* first, const cv::Point* end) {
+    int sense = 0;
+    for (const cv::Point* to = first + 1; to != end; ++to) {
+      FillEdge line = {to[-1], *to};
+      if (!ClipEdge(line, area_)) continue;
+      if (!IsOnCanvas(to[-1], area_) || !KeepsOn(sense, line.from.y, line.to.y)) {
+        AddBorderChain();
+        sense = Sense(line.from.y, line.to.y);
+      }
+      lines_.push_back(line);
+    }
+    AddBorderChain();
+  }
+
+  void AddBorderChain() {
+    if (lines_.empty()) return;
+    const int from = lines_.front().from.y;
+    const int to = lines_.back().to.y;
+    const int top = std::max(std::min(from, to), area_.firstRow);
+    const int end = std::min(std::max(from, to) + 1, area_.endRow);
+    if (top < end) {
+      Stretch* const list = borders_.Add(top, end, {INT_MAX, -1});
+      for (const FillEdge& line : lines_) {
+        WalkBorder(line, area_, [&](int row, int first, int last) {
+          Stretch& stretch = list[row - top];
+          stretch.first = std::min(stretch.first, first);
+          stretch.last = std::max(stretch.last, last);
+        });
+      }
+    }
+    lines_.clear();
   }
 
   int NextTop() const { return std::min(crossings_.NextTop(), borders_.NextTop()); }
@@ -115,21 +198,19 @@ class SparseFill {
   }
 
   void FillRow(int row) {
-    SortAgain(crossings_.active, [](const Crossing& crossing) { return crossing.x; });
-    SortAgain(borders_.active, [](const BorderWalk& border) { return border.first(); });
+    crossings_.Advance([](std::int64_t x) { return x; });
+    borders_.Advance([](const Stretch& stretch) { return stretch.first; });
     ListSpans();
     Run* const end = MergeRow(row);
     if (end != runs_.data()) sink_.AddRow(runs_.data(), end);
-    for (Crossing& crossing : crossings_.active) crossing.x += crossing.step;
-    for (BorderWalk& border : borders_.active) border.Next();
   }
 
   // The columns between the crossings, pair by pair, within the area.
   void ListSpans() {
     Span* span = spans_.data();
     for (std::size_t i = 0; i + 1 < crossings_.active.size(); i += 2) {
-      const std::int64_t first = ColumnFrom(crossings_.active[i].x);
-      const std::int64_t last = ColumnTo(crossings_.active[i + 1].x);
+      const std::int64_t first = ColumnFrom(crossings_.active[i].now);
+      const std::int64_t last = ColumnTo(crossings_.active[i + 1].now);
       span->first = std::max<std::int64_t>(first, 0);
       span->last = std::min<std::int64_t>(last, area_.width - 1);
       if (span->first <= span->last) ++span;
@@ -140,14 +221,14 @@ class SparseFill {
   // Unites the spans and the borders, both ascending, into runs. Returns the end of these.
   Run* MergeRow(int row) {
     const Span* span = spans_.data();
-    const BorderWalk* border = borders_.active.data();
-    const BorderWalk* const borderEnd = border + borders_.active.size();
+    const Chain<Stretch>* border = borders_.active.data();
+    const Chain<Stretch>* const borderEnd = border + borders_.active.size();
     Run* run = runs_.data();
     std::int64_t reached = -2;
     while (true) {
       Span next = *span;
-      if (border != borderEnd && border->first() <= next.first) {
-        next = {border->first(), border->last()};
+      if (border != borderEnd && border->now.first <= next.first) {
+        next = {border->now.first, border->now.last};
         ++border;
       } else if (next.first == INT64_MAX) {
         return run;
@@ -168,14 +249,15 @@ class SparseFill {
 
   const FillArea& area_;
   RunSink& sink_;
-  Schedule<Crossing> crossings_;
-  Schedule<BorderWalk> borders_;
+  Schedule<std::int64_t> crossings_;
+  Schedule<Stretch> borders_;
+  std::vector<FillEdge> lines_;  ///< Those of the border chain at hand.
   std::vector<Span> spans_;
   std::vector<Run> runs_;
 };
 
 }  // namespace
 
-void FillSparsely(const std::vector<FillEdge>& edges, const FillArea& area, RunSink& sink) {
-  SparseFill(edges, area, sink).Fill();
+void FillSparsely(const FillContours& contours, const FillArea& area, RunSink& sink) {
+  SparseFill(contours, area, sink).Fill();
 }

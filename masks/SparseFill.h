@@ -1,12 +1,10 @@
 #ifndef MASKS_SPARSE_FILL_H_
 #define MASKS_SPARSE_FILL_H_
 
-#include <vector>
-
 #include "masks/ContourFill.h"
 
 /// Fills row by row with the edges that the row meets at hand, in their order: its time goes with
 /// the edges' rows, whatever the area's width.
-void FillSparsely(const std::vector<FillEdge>& edges, const FillArea& area, RunSink& sink);
+void FillSparsely(const FillContours& contours, const FillArea& area, RunSink& sink);
 
 #endif  // MASKS_SPARSE_FILL_H_
