@@ -14,24 +14,6 @@ struct Span {
   std::int64_t last;
 };
 
-// The order changes little from row to row; where it does, sorting anew is cheaper.
-template <typename T, typename Place>
-void SortAgain(std::vector<T>& items, Place place) {
-  std::size_t moves = 0;
-  for (std::size_t i = 1; i < items.size(); ++i) {
-    if (place(items[i - 1]) <= place(items[i])) continue;
-    const T item = items[i];
-    std::size_t k = i;
-    for (; k > 0 && place(items[k - 1]) > place(item); --k) items[k] = items[k - 1];
-    items[k] = item;
-    moves += i - k;
-    if (moves <= 16 * items.size()) continue;
-    std::sort(items.begin(), items.end(),
-              [&](const T& a, const T& b) { return place(a) < place(b); });
-    return;
-  }
-}
-
 /// What a chain of edges has in each row, from `top` to the row before `end`, and what it has in
 /// the row at hand.
 template <typename T>
@@ -79,12 +61,24 @@ struct Schedule {
     return stop;
   }
 
-  // Goes to the next row and brings the chains in the order of their places there.
-  template <typename Place>
-  void Advance(Place place) {
-    for (Chain<T>& chain : active) chain.now = lists[chain.next++];
-    SortAgain(active, [&](const Chain<T>& chain) { return place(chain.now); });
+  // Goes to the next row. The chains' order changes little from row to row; where it does, sorting
+  // anew is cheaper.
+  void Advance() {
+    const T* const list = lists.data();
+    for (Chain<T>& chain : active) chain.now = list[chain.next++];
+    std::size_t moves = 0;
+    for (std::size_t i = 1; i < active.size(); ++i) {
+      if (!StandsBefore(active[i], active[i - 1])) continue;
+      const Chain<T> chain = active[i];
+      std::size_t k = i;
+      for (; k > 0 && StandsBefore(chain, active[k - 1]); --k) active[k] = active[k - 1];
+      active[k] = chain;
+      moves += i - k;
+      if (moves > 16 * active.size()) return std::sort(active.begin(), active.end(), StandsBefore);
+    }
   }
+
+  static bool StandsBefore(const Chain<T>& a, const Chain<T>& b) { return a.now < b.now; }
 
   std::vector<T> lists;
   std::vector<Chain<T>> waiting;
@@ -93,6 +87,8 @@ struct Schedule {
 
 /// The pixels of a border within a row, both ends included.
 struct Stretch {
+  bool operator<(const Stretch& other) const { return first < other.first; }
+
   int first;
   int last;
 };
@@ -198,11 +194,43 @@ class SparseFill {
   }
 
   void FillRow(int row) {
-    crossings_.Advance([](std::int64_t x) { return x; });
-    borders_.Advance([](const Stretch& stretch) { return stretch.first; });
-    ListSpans();
-    Run* const end = MergeRow(row);
+    crossings_.Advance();
+    borders_.Advance();
+    Run* end = JoinPairs(row);
+    if (end == nullptr) {
+      ListSpans();
+      end = MergeRow(row);
+    }
     if (end != runs_.data()) sink_.AddRow(runs_.data(), end);
+  }
+
+  // Mostly each crossing has its border, and a pair covers all from the first one's border to the
+  // second one's. Returns the end of the runs, null where it is otherwise.
+  Run* JoinPairs(int row) {
+    const std::size_t count = borders_.active.size();
+    if (crossings_.active.size() != count || count % 2 != 0) return nullptr;
+    const Chain<Stretch>* border = borders_.active.data();
+    const Chain<std::int64_t>* crossing = crossings_.active.data();
+    const Chain<Stretch>* const end = border + count;
+    Run* run = runs_.data();
+    std::int64_t reached = -2;
+    for (; border != end; border += 2, crossing += 2) {
+      const Stretch& left = border[0].now;
+      const Stretch& right = border[1].now;
+      const std::int64_t first = ColumnFrom(crossing[0].now);
+      const std::int64_t last = ColumnTo(crossing[1].now);
+      if (first < left.first || first > left.last + std::int64_t{1}) return nullptr;
+      if (last + 1 < right.first || last > right.last) return nullptr;
+      const int covered = std::max(left.last, right.last);
+      if (left.first > reached + 1) {
+        *run++ = {row, left.first, covered};
+        reached = covered;
+      } else {
+        reached = std::max<std::int64_t>(reached, covered);
+        run[-1].LastColumn = static_cast<int>(reached);
+      }
+    }
+    return run;
   }
 
   // The columns between the crossings, pair by pair, within the area.
