@@ -32,8 +32,8 @@ class DenseFill {
         plane_(words_ * static_cast<std::size_t>(area.endRow - area.firstRow)) {}
 
   void AddEdge(const FillEdge& edge) {
+    if (IsShort(edge)) return AddShortEdge(edge.from, edge.to);
     AddCrossings(edge);
-    if (IsShort(edge)) return AddShortBorder(edge.from, edge.to);
     FillEdge line = edge;
     if (!ClipEdge(line, area_)) return;
     WalkBorder(line, area_, [&](int row, int first, int last) {
@@ -80,28 +80,37 @@ class DenseFill {
     });
   }
 
-  // A short line within the area, pixel by pixel.
-  void AddShortBorder(const cv::Point& from, const cv::Point& to) {
+  // A short edge within the area, pixel by pixel. It is so near its border in each row that the row
+  // may turn at any pixel of the border: those between are covered.
+  void AddShortEdge(const cv::Point& from, const cv::Point& to) {
     const bool rightward = from.x <= to.x;
     const cv::Point& left = rightward ? from : to;
     const cv::Point& right = rightward ? to : from;
+    const bool downward = left.y <= right.y;
     const int across = right.x - left.x;
     const int down = std::abs(right.y - left.y);
-    const auto rowStep = static_cast<std::ptrdiff_t>(right.y < left.y ? 0 - words_ : words_);
     const int longer = std::max(across, down);
     const int shorter = std::min(across, down);
+    const std::ptrdiff_t always =
+        down > across ? -1 : 0;  // A step of a steep edge changes its row.
+    const auto rowStep = static_cast<std::ptrdiff_t>(downward ? words_ : 0 - words_);
     Word* words = plane_.data() + RowStart(left.y);
     auto column = static_cast<std::size_t>(left.x);
     int error = longer - 2 * shorter;
-    for (int i = 0;; ++i) {
+    for (int i = 0; i < longer; ++i) {
       words[column / kWordBits].covered |= std::uint64_t{1} << column % kWordBits;
-      if (i == longer) return;
-      const int sideways =
-          error >> 31;  // -1 where the line leaves its row, or its column if steep.
+      // -1 where the line leaves its row, or its column if steep.
+      const int sideways = error >> 31;
       error += (2 * longer & sideways) - 2 * shorter;
-      words += rowStep * (down > across ? 1 : -sideways);
-      column += static_cast<std::size_t>(down > across ? -sideways : 1);
+      const std::ptrdiff_t leaves = sideways | always;
+      column += static_cast<std::size_t>(always != 0 ? -sideways : 1);
+      Word* const next = words + (rowStep & leaves);
+      Word* const upper = downward ? words : next;
+      upper[column / kWordBits].turns ^= static_cast<std::uint64_t>(leaves & 1)
+                                         << column % kWordBits;
+      words = next;
     }
+    words[column / kWordBits].covered |= std::uint64_t{1} << column % kWordBits;
   }
 
   static void Cover(Word* words, std::size_t first, std::size_t last) {
