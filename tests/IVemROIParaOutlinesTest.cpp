@@ -487,6 +487,23 @@ TEST(IVemROIParaOutlines, TorusTellsItsOwnSamples) {
       });
 }
 
+// The whole numbers of degrees end at 2147483647.
+TEST(IVemROIParaOutlines, SamplesEndAtTheGreatestInteger) {
+  ExpectOutlines(VemROIArc, {{"Arc",
+                              {10, 10, 5, 2147483645.5, 1000},
+                              Made({{{10, 5}, {10, 5}, {10, 5}, {10, 5}}}, 16, 16)}});
+  const Chain inner = {{10, 5}, {10, 5}, {10, 5}};
+  const Chain outer = {{11, 2}, {10, 2}, {10, 2}};
+  const Chain sector = {{10, 5}, {10, 5}, {10, 5}, {10, 2}, {10, 2}, {11, 2}, {10, 5}};
+  ExpectOutlines(
+      VemROITorus,
+      {
+          {"Sector", {10, 10, 5, 8, 2147483645, 90}, Made({sector}, 19, 19)},
+          {"Whole", {10, 10, 5, 8, 2147483645, 360}, Made({inner, outer}, 19, 19)},
+          {"WithoutEnd", {10, 10, 5, 8, 2147483645, kInfinity}, Made({inner, outer}, 19, 19)},
+      });
+}
+
 TEST(IVemROIParaOutlines, TorusOfTwoTurnsGoesRoundTwice) {
   const OutlineMask once = OutlinesOf(VemROITorus, {500, 400, 200, 300, 0, 360});
   const OutlineMask twice = OutlinesOf(VemROITorus, {500, 400, 200, 300, 0, 720});

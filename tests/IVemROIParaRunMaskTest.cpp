@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <csignal>
 #include <functional>
@@ -457,6 +458,27 @@ TEST(IVemROIParaRunMask, Rect2WithEdgesThatBecameStraight) {
               });
 }
 
+// The rows of these masks hang on the last bit of an intercept: a product and a difference that are
+// rounded at once, not one after the other, move a run by a column.
+TEST(IVemROIParaRunMask, Rect2RoundsEachStepByItself) {
+  const struct {
+    const char* name;
+    Doubles params;
+    ::Run run;
+  } kCases[] = {
+      {"LastColumn52",
+       {-1.0000001000000001, 40.260995850122718, 45.932027674419146, 32.862080213020832,
+        10321.687010673792},
+       {10, 14, 52}},
+      {"FirstColumn2", {33.5, -9.5, 3, 230.40252192827435, 645}, {28, 2, 14}},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.name);
+    const Runs runs = MaskOf(VemROIRect2, c.params).runs;
+    EXPECT_NE(std::find(runs.begin(), runs.end(), c.run), runs.end());
+  }
+}
+
 // The corners are (27, -25), (15, 19), (18, 19), (30, -25). Of the two lowest ones the third is
 // taken, where that scan begins; with the second the lower edge would have no length.
 TEST(IVemROIParaRunMask, Rect2PrefersTheCornerWhereAScanBegins) {
@@ -524,6 +546,20 @@ TEST(IVemROIParaRunMask, LineIsSolvedInFloat) {
   Runs runs = EqualRows(0, 63, 3, 3);
   for (const ::Run& run : EqualRows(64, 100, 4, 4)) runs.push_back(run);
   EXPECT_EQ(MaskOf(VemROILine, {-1999999872, 0, 100, 4}), Made(runs, 5, 101));
+}
+
+// 19 times the slope of -8109112 is half way between two floats and goes to -154073120, so the
+// intercept is 113527560 and row 0 just short of column 14. Unrounded, the product would reach it.
+TEST(IVemROIParaRunMask, LineRoundsEachStepByItself) {
+  EXPECT_EQ(MaskOf(VemROILine, {-40545560, 19, 1, 14}), Made({{0, 13, 13}, {1, 13, 13}}, 20, 2));
+}
+
+TEST(IVemROIParaRunMask, LastRowMayBeTheGreatestInteger) {
+  const int last = 2147483647;
+  const Runs left = {{last - 1, 0, 0}, {last, 0, 0}};
+  // The height of the canvas, one more, wraps.
+  EXPECT_EQ(MaskOf(VemROILine, {last - 1, 3, last, 4}), Made(left, 5, kSmallest));
+  EXPECT_EQ(MaskOf(VemROIRect1, {last - 1, 0, last, 0}), Made(left, 1, kSmallest));
 }
 
 // A sanitizer's own handler would turn the signal into an exit.
@@ -598,6 +634,17 @@ TEST(IVemROIParaRunMask, EllipseFromLeftAndAbove) {
   EXPECT_EQ(MaskOf(VemROIEllipse, {0, 0, 4, 2, 30}), Made({{0, 0, 3}, {1, 0, 2}, {2, 0, 0}}, 7, 6));
 }
 
+// In the uppermost row these ellipses are touched in one point, which is no run: there the solved
+// equation has a discriminant of exactly 0, unless a product and a sum are rounded at once.
+TEST(IVemROIParaRunMask, EllipseRoundsEachStepByItself) {
+  ExpectMasks(
+      VemROIEllipse,
+      {
+          {"Wide", {19, 24, 3, 2, 900}, Made({{18, 21, 26}, {19, 20, 27}, {20, 21, 26}}, 29, 23)},
+          {"Flat", {19, 20, 1, 5, -630}, Made({{19, 15, 24}}, 27, 22)},
+      });
+}
+
 // Foci so far apart that the last digits of pi move them.
 TEST(IVemROIParaRunMask, LongEllipseMatchesReference) {
   Random random(77);
@@ -654,6 +701,15 @@ TEST(IVemROIParaRunMask, Arc) {
           {"RowBeyondFloat", {16777217, 10, 5, 0, 0}, Made({{16777217, 15, 15}}, 16, 16777223)},
           {"RadiusDoesNotFit", {10, 10, 1e10, 0, 0}, Made({}, kSmallest, kSmallest)},
       });
+}
+
+// From 2147483640 degrees on there are 8 whole numbers of degrees, then the start again.
+TEST(IVemROIParaRunMask, ArcIsSampledUpToTheGreatestInteger) {
+  const Runs runs = {{5, 11, 11}, {5, 11, 11}, {5, 10, 10}, {5, 10, 10}, {5, 10, 10},
+                     {5, 10, 10}, {5, 10, 10}, {5, 10, 10}, {5, 11, 11}};
+  EXPECT_EQ(MaskOf(VemROIArc, {10, 10, 5, 2147483640, 1000}), Made(runs, 16, 16));
+  EXPECT_EQ(MaskOf(VemROIArc, {10, 10, 5, 2147483640, kInfinity}), Made(runs, 16, 16));
+  EXPECT_EQ(MaskOf(VemROIArc, {10, 10, 5, 2147483640, 8}), Made(runs, 16, 16));
 }
 
 TEST(IVemROIParaRunMask, ArcMatchesReference) {
