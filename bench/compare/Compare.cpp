@@ -18,7 +18,8 @@
 
 namespace {
 
-const Family kFamilies[] = {AddRunRows, AddComponentRows, AddOutlineRows, AddMaskRows, AddValueRows};
+const Family kFamilies[] = {AddRunRows, AddComponentRows, AddOutlineRows, AddMaskRows,
+                            AddValueRows};
 
 struct Options {
   Setting setting;
