@@ -1,9 +1,9 @@
 // Arrays of regions beside plain lists of runs, and arrays of images beside plain clones.
 
-#include <benchmark/benchmark.h>
-
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <benchmark/benchmark.h>
+#include <opencv2/core.hpp>
 
 #include "VemImageArray.h"
 #include "VemRegionArray.h"

@@ -1,12 +1,12 @@
 // The coder beside OpenCV's own functions and beside the limit, a plain read of the raster.
 
-#include <benchmark/benchmark.h>
-
 #include <cstdint>
 #include <numeric>
-#include <opencv2/imgproc.hpp>
 #include <random>
 #include <vector>
+
+#include <benchmark/benchmark.h>
+#include <opencv2/imgproc.hpp>
 
 #include "VemRLC.h"
 

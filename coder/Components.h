@@ -1,8 +1,9 @@
 #ifndef CODER_COMPONENTS_H_
 #define CODER_COMPONENTS_H_
 
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "VemRLC.h"
 

@@ -2,8 +2,9 @@
 #define CODER_RUN_SCANNER_H_
 
 #include <cstddef>
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "coder/RowKernels.h"
 

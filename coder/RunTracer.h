@@ -1,8 +1,9 @@
 #ifndef CODER_RUN_TRACER_H_
 #define CODER_RUN_TRACER_H_
 
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "VemRLC.h"
 

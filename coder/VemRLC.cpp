@@ -1,6 +1,7 @@
 #include "VemRLC.h"
 
 #include <cstddef>
+
 #include <opencv2/core.hpp>
 
 #include "coder/Components.h"

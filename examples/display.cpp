@@ -17,11 +17,12 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <string>
+#include <vector>
+
 #include <opencv2/core.hpp>
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
-#include <string>
-#include <vector>
 
 #include "VemImage.h"
 #include "VemOverlay.h"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+
 #include <opencv2/imgproc.hpp>
 
 namespace {

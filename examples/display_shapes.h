@@ -1,8 +1,9 @@
 #ifndef EXAMPLES_DISPLAY_SHAPES_H_
 #define EXAMPLES_DISPLAY_SHAPES_H_
 
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 // Shapes as chains of points, and how they are drawn. Angles are degrees, counter-clockwise as
 // seen.

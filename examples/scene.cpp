@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <iterator>
+
 #include <opencv2/imgproc.hpp>
 
 #include "VemRLC.h"

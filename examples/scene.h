@@ -1,8 +1,9 @@
 #ifndef EXAMPLES_SCENE_H_
 #define EXAMPLES_SCENE_H_
 
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "VemImage.h"
 #include "VemROI.h"

@@ -9,8 +9,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <opencv2/core.hpp>
 #include <string>
+
+#include <opencv2/core.hpp>
 
 #include "VemImage.h"
 

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstddef>
+
 #include <opencv2/core/types.hpp>
 
 namespace {

@@ -1,8 +1,9 @@
 #ifndef VEM_REGION_DATA_H_
 #define VEM_REGION_DATA_H_
 
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "VemTuple.h"
 

@@ -2,8 +2,9 @@
 #define MASKS_CONTOUR_FILL_H_
 
 #include <cstddef>
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "masks/RunSink.h"
 

@@ -1,8 +1,9 @@
 #ifndef MASKS_ELLIPSE_SAMPLES_H_
 #define MASKS_ELLIPSE_SAMPLES_H_
 
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 // Points of ellipses at whole degrees, from a sine of seven decimals: one table for every machine,
 // where a mathematics library may differ in the last digit.

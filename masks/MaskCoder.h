@@ -1,8 +1,9 @@
 #ifndef MASKS_MASK_CODER_H_
 #define MASKS_MASK_CODER_H_
 
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "VemRLC.h"
 

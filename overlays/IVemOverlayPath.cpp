@@ -1,6 +1,7 @@
 #include "IVemOverlayPath.h"
 
 #include <algorithm>
+
 #include <opencv2/core.hpp>
 
 #include "IVemOverlay.h"

@@ -7,8 +7,9 @@
 #include <cerrno>
 #include <cstddef>
 #include <filesystem>
-#include <opencv2/imgcodecs.hpp>
 #include <system_error>
+
+#include <opencv2/imgcodecs.hpp>
 
 namespace {
 

@@ -1,9 +1,10 @@
 #ifndef PLATFORM_IMAGE_FILES_H_
 #define PLATFORM_IMAGE_FILES_H_
 
-#include <opencv2/core.hpp>
 #include <string>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 /// The flags of a read that keeps the depth and drops an alpha channel. OpenCV's own pair turns the
 /// image by the orientation that its file claims, from some version on: the 128 keeps it as it is.

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <limits>
+
 #include <opencv2/core.hpp>
 
 /// Raises `cv::Exception` for a size, not negative, whose bytes no integer can count. OpenCV itself

@@ -1,7 +1,8 @@
 #include "VemWideFiles.h"
 
-#include <opencv2/core.hpp>
 #include <string>
+
+#include <opencv2/core.hpp>
 
 #include "platform/ImageFiles.h"
 

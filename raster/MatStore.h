@@ -1,8 +1,9 @@
 #ifndef RASTER_MAT_STORE_H_
 #define RASTER_MAT_STORE_H_
 
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 /// What the arrays of images and of matrices do, on the vector behind a handle: it points to one
 /// `cv::Mat` for each element, owned by the array alone, none of them null.

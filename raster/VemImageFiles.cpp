@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <cctype>
-#include <opencv2/core.hpp>
-#include <opencv2/imgcodecs.hpp>
 #include <string>
 #include <vector>
+
+#include <opencv2/core.hpp>
+#include <opencv2/imgcodecs.hpp>
 
 #include "VemWideFiles.h"
 #include "platform/ImageFiles.h"

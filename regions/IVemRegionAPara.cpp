@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <opencv2/core.hpp>
 #include <utility>
+
+#include <opencv2/core.hpp>
 
 #include "VemRegionData.h"
 #include "masks/Canvas.h"

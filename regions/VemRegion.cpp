@@ -1,7 +1,8 @@
 #include "VemRegion.h"
 
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "VemRegionData.h"
 #include "masks/MaskCoder.h"

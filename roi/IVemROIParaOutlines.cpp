@@ -1,11 +1,13 @@
+#include "IVemROIPara.h"
+
 #include <algorithm>
 #include <climits>
 #include <cstddef>
-#include <opencv2/core.hpp>
 #include <utility>
 #include <vector>
 
-#include "IVemROIPara.h"
+#include <opencv2/core.hpp>
+
 #include "masks/Canvas.h"
 #include "masks/MaskCoder.h"
 #include "masks/RoundFill.h"

@@ -1,10 +1,12 @@
+#include "IVemROIPara.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <opencv2/core.hpp>
 #include <vector>
 
-#include "IVemROIPara.h"
+#include <opencv2/core.hpp>
+
 #include "masks/ContourFill.h"
 #include "masks/MaskCoder.h"
 #include "masks/RunTriple.h"

@@ -1,12 +1,14 @@
+#include "IVemROIPara.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <opencv2/core.hpp>
 #include <utility>
 #include <vector>
 
-#include "IVemROIPara.h"
+#include <opencv2/core.hpp>
+
 #include "masks/Canvas.h"
 #include "masks/ContourFill.h"
 #include "masks/EllipseSamples.h"

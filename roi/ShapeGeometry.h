@@ -4,8 +4,9 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "VemROIType.h"
 #include "VemTuple.h"

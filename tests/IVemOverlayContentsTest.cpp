@@ -1,11 +1,12 @@
-#include <gtest/gtest.h>
+#include "IVemOverlay.h"
 
 #include <cstring>
 #include <functional>
 #include <string>
 #include <vector>
 
-#include "IVemOverlay.h"
+#include <gtest/gtest.h>
+
 #include "support/OverlayKinds.h"
 #include "support/OverlayRecords.h"
 #include "support/Support.h"

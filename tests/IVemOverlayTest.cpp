@@ -1,10 +1,10 @@
 #include "IVemOverlay.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <cstddef>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "support/OverlayCases.h"
 #include "support/OverlayKinds.h"

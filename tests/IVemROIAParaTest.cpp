@@ -1,11 +1,11 @@
 #include "IVemROIAPara.h"
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <cstring>
 #include <new>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "support/Support.h"
 

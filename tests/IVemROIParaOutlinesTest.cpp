@@ -1,13 +1,13 @@
 #include "IVemROIPara.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <functional>
 #include <random>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "VemROI.h"
 #include "support/OutlineReference.h"

@@ -1,16 +1,16 @@
 #include "IVemROIPara.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <chrono>
 #include <climits>
 #include <cmath>
 #include <functional>
-#include <opencv2/imgproc.hpp>
 #include <random>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/imgproc.hpp>
 
 #include "VemROI.h"
 #include "support/FillReference.h"

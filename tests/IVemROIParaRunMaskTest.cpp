@@ -1,7 +1,5 @@
 #include "IVemROIPara.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <csignal>
@@ -9,6 +7,8 @@
 #include <random>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/RunMaskReference.h"
 #include "support/Support.h"

@@ -1,7 +1,5 @@
 #include "IVemROIPara.h"
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <cstring>
 #include <functional>
@@ -10,6 +8,8 @@
 #include <string>
 #include <type_traits>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/Support.h"
 

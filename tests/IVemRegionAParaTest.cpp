@@ -1,12 +1,12 @@
 #include "IVemRegionAPara.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <cstddef>
-#include <opencv2/core.hpp>
 #include <type_traits>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "support/RegionTracks.h"
 

@@ -1,4 +1,4 @@
-#include <gtest/gtest.h>
+#include "IVemRegionAPara.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -6,7 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "IVemRegionAPara.h"
+#include <gtest/gtest.h>
+
 #include "support/RegionTracks.h"
 
 namespace {

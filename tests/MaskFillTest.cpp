@@ -1,11 +1,11 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <climits>
 #include <cmath>
-#include <opencv2/imgproc.hpp>
 #include <random>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/imgproc.hpp>
 
 #include "IVemROIPara.h"
 #include "support/FillReference.h"

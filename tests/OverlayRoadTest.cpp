@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "VemOverlay.h"
 #include "VemOverlayPath.h"

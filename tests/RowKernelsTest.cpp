@@ -1,10 +1,10 @@
 #include "coder/RowKernels.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <random>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/GuardedBytes.h"
 

@@ -1,8 +1,8 @@
 #include "coder/RunTracer.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
+
+#include <gtest/gtest.h>
 
 #include "support/Support.h"
 

@@ -1,9 +1,9 @@
 #include "Vem1DCodeArray.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/ArrayContract.h"
 #include "support/CodeRecords.h"

@@ -1,8 +1,8 @@
 #include "Vem1DCode.h"
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
+
+#include <gtest/gtest.h>
 
 #include "support/CodeRecords.h"
 

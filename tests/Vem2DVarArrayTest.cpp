@@ -1,10 +1,10 @@
 #include "Vem2DVarArray.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <type_traits>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/ArrayContract.h"
 #include "support/PrivateAccess.h"

@@ -1,9 +1,9 @@
 #include "Vem3DPointArray.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "Vem3DPoint.h"
 #include "support/ArrayContract.h"

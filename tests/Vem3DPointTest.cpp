@@ -1,13 +1,13 @@
 #include "Vem3DPoint.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <new>
 #include <type_traits>
 #include <utility>
+
+#include <gtest/gtest.h>
 
 #include "support/Support.h"
 

@@ -1,10 +1,10 @@
 #include "VemCircle.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <cstddef>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "support/Support.h"
 

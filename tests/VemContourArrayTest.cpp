@@ -1,10 +1,10 @@
 #include "VemContourArray.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <cstddef>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/ArrayContract.h"
 #include "support/OutlineReference.h"

@@ -1,7 +1,5 @@
 #include "VemContour.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -9,6 +7,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/OutlineReference.h"
 #include "support/PrivateAccess.h"

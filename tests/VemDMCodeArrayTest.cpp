@@ -1,8 +1,8 @@
 #include "VemDMCodeArray.h"
 
-#include <gtest/gtest.h>
-
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/ArrayContract.h"
 #include "support/CodeRecords.h"

@@ -1,13 +1,13 @@
 #include "VemFeatureDescriptor.h"
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <cstring>
 #include <memory>
 #include <new>
-#include <opencv2/core.hpp>
 #include <type_traits>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "support/PrivateAccess.h"
 

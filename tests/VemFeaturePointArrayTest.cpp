@@ -1,10 +1,10 @@
 #include "VemFeaturePointArray.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <new>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/ArrayContract.h"
 #include "support/PrivateAccess.h"

@@ -1,12 +1,12 @@
 #include "VemFeaturePoint.h"
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <cstring>
 #include <new>
 #include <type_traits>
 #include <utility>
+
+#include <gtest/gtest.h>
 
 namespace {
 

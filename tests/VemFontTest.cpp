@@ -1,9 +1,9 @@
 #include "VemFont.h"
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "support/Support.h"
 

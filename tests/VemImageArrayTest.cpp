@@ -1,8 +1,8 @@
 #include "VemImageArray.h"
 
-#include <gtest/gtest.h>
-
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/MatArrayContract.h"
 

@@ -1,14 +1,15 @@
-#include <gtest/gtest.h>
+#include "VemImage.h"
 
 #include <algorithm>
 #include <climits>
 #include <cstddef>
 #include <memory>
 #include <new>
-#include <opencv2/core.hpp>
 #include <vector>
 
-#include "VemImage.h"
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
+
 #include "support/ImageBytes.h"
 #include "support/ProbeAllocator.h"
 

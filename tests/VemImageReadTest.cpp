@@ -1,4 +1,5 @@
-#include <gtest/gtest.h>
+#include "VemImage.h"
+
 #include <sys/inotify.h>
 #include <unistd.h>
 
@@ -7,11 +8,12 @@
 #include <filesystem>
 #include <functional>
 #include <new>
-#include <opencv2/core.hpp>
-#include <opencv2/imgcodecs.hpp>
 #include <string>
 
-#include "VemImage.h"
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
+#include <opencv2/imgcodecs.hpp>
+
 #include "support/Files.h"
 #include "support/ImageSamples.h"
 

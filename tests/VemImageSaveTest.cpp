@@ -1,4 +1,4 @@
-#include <gtest/gtest.h>
+#include "VemImage.h"
 
 #include <climits>
 #include <cstddef>
@@ -6,13 +6,14 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
-#include <opencv2/core.hpp>
-#include <opencv2/imgcodecs.hpp>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "VemImage.h"
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
+#include <opencv2/imgcodecs.hpp>
+
 #include "support/Files.h"
 #include "support/ImageSamples.h"
 

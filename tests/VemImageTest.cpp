@@ -1,14 +1,14 @@
 #include "VemImage.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <climits>
 #include <cstddef>
 #include <functional>
 #include <memory>
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "support/ImageBytes.h"
 #include "support/PrivateAccess.h"

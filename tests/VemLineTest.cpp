@@ -1,12 +1,12 @@
 #include "VemLine.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <cstddef>
 #include <limits>
 #include <random>
 #include <type_traits>
+
+#include <gtest/gtest.h>
 
 #include "support/Support.h"
 

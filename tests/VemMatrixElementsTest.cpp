@@ -1,12 +1,13 @@
-#include <gtest/gtest.h>
+#include "VemMatrix.h"
 
 #include <climits>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
+
+#include <gtest/gtest.h>
 #include <opencv2/core.hpp>
 
-#include "VemMatrix.h"
 #include "support/Matrices.h"
 
 namespace {

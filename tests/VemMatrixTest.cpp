@@ -1,15 +1,15 @@
 #include "VemMatrix.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <climits>
 #include <cstddef>
 #include <cstring>
 #include <functional>
-#include <opencv2/core.hpp>
 #include <type_traits>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "support/Matrices.h"
 #include "support/PrivateAccess.h"

@@ -1,6 +1,5 @@
 #include "VemMorphStructure.h"
 
-#include <gtest/gtest.h>
 #include <malloc.h>
 
 #include <algorithm>
@@ -12,6 +11,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,11 +1,12 @@
-#include <gtest/gtest.h>
+#include "VemOverlayPath.h"
 
 #include <cstddef>
 #include <random>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "IVemOverlayPath.h"
-#include "VemOverlayPath.h"
 #include "support/OverlayPaths.h"
 
 namespace {

@@ -1,7 +1,5 @@
 #include "VemOverlayPath.h"
 
-#include <gtest/gtest.h>
-
 #include <csignal>
 #include <cstddef>
 #include <stdexcept>
@@ -9,6 +7,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "IVemOverlayPath.h"
 #include "support/OverlayCases.h"

@@ -1,9 +1,9 @@
 #include "VemOverlay.h"
 
-#include <gtest/gtest.h>
-
 #include <type_traits>
 #include <utility>
+
+#include <gtest/gtest.h>
 
 #include "support/OverlayCases.h"
 #include "support/OverlayKinds.h"

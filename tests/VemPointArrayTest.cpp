@@ -1,11 +1,11 @@
 #include "VemPointArray.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <cstring>
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "VemPoint.h"
 #include "support/ArrayContract.h"

@@ -1,14 +1,14 @@
 #include "VemPoint.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <new>
-#include <opencv2/core.hpp>
 #include <type_traits>
 #include <utility>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "Vem3DPoint.h"
 #include "support/Support.h"

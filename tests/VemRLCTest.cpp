@@ -1,15 +1,15 @@
 #include "VemRLC.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
 #include <map>
-#include <opencv2/imgproc.hpp>
 #include <random>
 #include <set>
+
+#include <gtest/gtest.h>
+#include <opencv2/imgproc.hpp>
 
 #include "support/GuardedBytes.h"
 #include "support/Support.h"

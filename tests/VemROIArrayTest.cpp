@@ -1,9 +1,9 @@
 #include "VemROIArray.h"
 
-#include <gtest/gtest.h>
-
 #include <ostream>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "IVemROIAPara.h"
 #include "support/ArrayContract.h"

@@ -1,10 +1,10 @@
 #include "VemROI.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <type_traits>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/Support.h"
 

@@ -1,9 +1,9 @@
 #include "VemRegionArray.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/ArrayContract.h"
 #include "support/Regions.h"

@@ -1,14 +1,15 @@
-#include <gtest/gtest.h>
+#include "VemRegion.h"
 
 #include <climits>
 #include <cstddef>
-#include <opencv2/core.hpp>
 #include <random>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "VemRegion.h"
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
+
 #include "support/Regions.h"
 
 // Regions from points.

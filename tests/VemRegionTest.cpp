@@ -1,12 +1,12 @@
 #include "VemRegion.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <cstddef>
 #include <functional>
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "support/Regions.h"
 

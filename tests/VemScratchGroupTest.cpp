@@ -1,7 +1,5 @@
 #include "VemScratchGroup.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <climits>
 #include <csignal>
@@ -14,6 +12,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/PrivateAccess.h"
 #include "support/Support.h"

@@ -1,8 +1,9 @@
-#include <gtest/gtest.h>
+#include "VemTuple.h"
 
 #include <string>
 
-#include "VemTuple.h"
+#include <gtest/gtest.h>
+
 #include "support/VarArrays.h"
 
 namespace {

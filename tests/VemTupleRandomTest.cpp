@@ -1,4 +1,4 @@
-#include <gtest/gtest.h>
+#include "VemTuple.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -8,7 +8,8 @@
 #include <variant>
 #include <vector>
 
-#include "VemTuple.h"
+#include <gtest/gtest.h>
+
 #include "support/VarArrays.h"
 
 namespace {

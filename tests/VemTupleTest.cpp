@@ -1,6 +1,5 @@
 #include "VemTuple.h"
 
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <algorithm>
@@ -13,6 +12,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/PrivateAccess.h"
 #include "support/Support.h"

@@ -1,8 +1,8 @@
 #include "VemVCodeArray.h"
 
-#include <gtest/gtest.h>
-
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/ArrayContract.h"
 #include "support/CodeRecords.h"

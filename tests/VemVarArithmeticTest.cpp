@@ -1,4 +1,4 @@
-#include <gtest/gtest.h>
+#include "VemVar.h"
 
 #include <climits>
 #include <cmath>
@@ -9,7 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "VemVar.h"
+#include <gtest/gtest.h>
+
 #include "support/Support.h"
 #include "support/VarBits.h"
 

@@ -1,6 +1,5 @@
 #include "VemVar.h"
 
-#include <gtest/gtest.h>
 #include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -19,6 +18,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/HeapCounter.h"
 #include "support/Support.h"

@@ -1,13 +1,13 @@
 #include "VemWideFiles.h"
 
-#include <gtest/gtest.h>
-
 #include <clocale>
-#include <opencv2/core.hpp>
-#include <opencv2/imgcodecs.hpp>
 #include <string>
 #include <type_traits>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
+#include <opencv2/imgcodecs.hpp>
 
 #include "VemImage.h"
 #include "support/Files.h"

@@ -1,19 +1,20 @@
-#include <gtest/gtest.h>
+#include "VemWideFiles.h"
 
 #include <cstddef>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <iostream>
-#include <opencv2/core.hpp>
-#include <opencv2/imgcodecs.hpp>
 #include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
+#include <opencv2/imgcodecs.hpp>
+
 #include "VemImage.h"
-#include "VemWideFiles.h"
 #include "support/Files.h"
 #include "support/ImageSamples.h"
 

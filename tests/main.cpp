@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-
 #include <opencv2/core/utility.hpp>
 
 // Some tests fork to see a fault happen, which is only safe without OpenCV's worker threads.

@@ -14,6 +14,7 @@
 #include <cstring>
 #include <ctime>
 #include <limits>
+
 #include <opencv2/core.hpp>
 
 namespace {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+
 #include <opencv2/imgproc.hpp>
 
 #include "IVemROIPara.h"

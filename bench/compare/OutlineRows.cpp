@@ -1,6 +1,7 @@
 // Tracing the outlines, beside OpenCV's.
 
 #include <algorithm>
+
 #include <opencv2/imgproc.hpp>
 
 #include "VemRLC.h"

@@ -1,9 +1,10 @@
 #include "compare/Rasters.h"
 
 #include <cstdio>
+#include <random>
+
 #include <opencv2/imgcodecs.hpp>
 #include <opencv2/imgproc.hpp>
-#include <random>
 
 namespace {
 

@@ -1,9 +1,10 @@
 #ifndef COMPARE_RASTERS_H_
 #define COMPARE_RASTERS_H_
 
-#include <opencv2/core.hpp>
 #include <string>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "compare/Compare.h"
 

@@ -2,10 +2,11 @@
 
 #include <cstring>
 #include <memory>
-#include <opencv2/core.hpp>
 #include <string>
 #include <variant>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "IVemROIPara.h"
 #include "VemOverlayPath.h"

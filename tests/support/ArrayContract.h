@@ -1,8 +1,6 @@
 #ifndef TESTS_SUPPORT_ARRAY_CONTRACT_H_
 #define TESTS_SUPPORT_ARRAY_CONTRACT_H_
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <climits>
 #include <csignal>
@@ -10,6 +8,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/ArrayModel.h"
 #include "support/ArrayTraits.h"

@@ -1,11 +1,11 @@
 #ifndef TESTS_SUPPORT_ARRAY_MODEL_H_
 #define TESTS_SUPPORT_ARRAY_MODEL_H_
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <random>
+
+#include <gtest/gtest.h>
 
 #include "support/ArrayTraits.h"
 

@@ -1,12 +1,12 @@
 #ifndef TESTS_SUPPORT_ARRAY_TRAITS_H_
 #define TESTS_SUPPORT_ARRAY_TRAITS_H_
 
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <cstddef>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 /// What the suites of ArrayContract.h ask about an array, as most arrays answer it. An array's test
 /// file derives its traits, redefines what differs, and adds:

@@ -1,8 +1,6 @@
 #ifndef TESTS_SUPPORT_CODE_RECORDS_H_
 #define TESTS_SUPPORT_CODE_RECORDS_H_
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -13,6 +11,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "Vem1DCode.h"
 #include "VemDMCode.h"

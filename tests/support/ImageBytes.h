@@ -1,11 +1,11 @@
 #ifndef TESTS_SUPPORT_IMAGE_BYTES_H_
 #define TESTS_SUPPORT_IMAGE_BYTES_H_
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "VemImage.h"
 

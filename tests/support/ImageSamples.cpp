@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <opencv2/imgcodecs.hpp>
 #include <random>
+
+#include <opencv2/imgcodecs.hpp>
 
 namespace {
 

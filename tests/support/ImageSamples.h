@@ -1,9 +1,10 @@
 #ifndef TESTS_SUPPORT_IMAGE_SAMPLES_H_
 #define TESTS_SUPPORT_IMAGE_SAMPLES_H_
 
-#include <opencv2/core.hpp>
 #include <string>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "VemImage.h"
 

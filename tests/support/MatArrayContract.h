@@ -1,14 +1,14 @@
 #ifndef TESTS_SUPPORT_MAT_ARRAY_CONTRACT_H_
 #define TESTS_SUPPORT_MAT_ARRAY_CONTRACT_H_
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <cstring>
 #include <new>
-#include <opencv2/core.hpp>
 #include <ostream>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "support/ArrayContract.h"
 #include "support/HeapCounter.h"

@@ -1,11 +1,11 @@
 #ifndef TESTS_SUPPORT_MATRICES_H_
 #define TESTS_SUPPORT_MATRICES_H_
 
-#include <gtest/gtest.h>
-
 #include <climits>
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "VemMatrix.h"
 #include "support/Support.h"

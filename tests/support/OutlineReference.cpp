@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <opencv2/imgproc.hpp>
 #include <utility>
+
+#include <opencv2/imgproc.hpp>
 
 #include "IVemROIPara.h"
 #include "VemPointArray.h"

@@ -1,9 +1,10 @@
 #ifndef TESTS_SUPPORT_OUTLINE_REFERENCE_H_
 #define TESTS_SUPPORT_OUTLINE_REFERENCE_H_
 
-#include <opencv2/core.hpp>
 #include <ostream>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "VemContour.h"
 #include "VemContourArray.h"

@@ -2,6 +2,7 @@
 #define TESTS_SUPPORT_PIXEL_COUNTER_H_
 
 #include <cstddef>
+
 #include <opencv2/core.hpp>
 
 /// Counts the buffers of pixels that OpenCV asks for as long as it lives.

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <new>
+
 #include <opencv2/core.hpp>
 
 /// Stands in for OpenCV's default allocator as long as it lives. It counts what it allocates, and

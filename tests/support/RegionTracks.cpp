@@ -1,8 +1,8 @@
 #include "support/RegionTracks.h"
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
+
+#include <gtest/gtest.h>
 
 bool operator==(const Entry& a, const Entry& b) {
   return a.width == b.width && a.height == b.height && a.rows == b.rows &&

@@ -1,8 +1,9 @@
 #ifndef TESTS_SUPPORT_REGIONS_H_
 #define TESTS_SUPPORT_REGIONS_H_
 
-#include <opencv2/core.hpp>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "VemRegion.h"
 #include "VemRegionData.h"

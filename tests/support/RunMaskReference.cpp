@@ -4,8 +4,9 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <opencv2/imgproc.hpp>
 #include <utility>
+
+#include <opencv2/imgproc.hpp>
 
 #include "IVemROIPara.h"
 #include "support/FillReference.h"

@@ -1,9 +1,9 @@
 #include "support/Support.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstring>
+
+#include <gtest/gtest.h>
 
 void PrintTo(const VemVar& value, std::ostream* out) {
   switch (value.ValType()) {

@@ -2,10 +2,11 @@
 #define TESTS_SUPPORT_SUPPORT_H_
 
 #include <limits>
-#include <opencv2/core.hpp>
 #include <ostream>
 #include <string>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "Vem3DPoint.h"
 #include "VemPoint.h"

@@ -1,10 +1,10 @@
 #ifndef TESTS_SUPPORT_VAR_ARRAYS_H_
 #define TESTS_SUPPORT_VAR_ARRAYS_H_
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "VemTuple.h"
 #include "support/Support.h"

@@ -1,13 +1,13 @@
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <cstddef>
 #include <cstring>
 #include <functional>
-#include <opencv2/core.hpp>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "VemData.h"
 #include "support/Files.h"

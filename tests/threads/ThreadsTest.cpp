@@ -1,11 +1,11 @@
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <cstddef>
 #include <functional>
-#include <opencv2/core.hpp>
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "VemImage.h"
 #include "VemOverlay.h"
