@@ -95,8 +95,11 @@ struct Stretch {
 
 class SparseFill {
  public:
-  SparseFill(const FillContours& contours, const FillArea& area, RunSink& sink)
+  SparseFill(const FillContours& contours, const FillArea& area, std::size_t edgeRows,
+             RunSink& sink)
       : area_(area), sink_(sink) {
+    crossings_.lists.reserve(edgeRows);
+    borders_.lists.reserve(edgeRows);
     contours.ForEach([&](const cv::Point* first, const cv::Point* end) {
       AddCrossings(first, end);
       AddBorders(first, end);
@@ -286,6 +289,7 @@ class SparseFill {
 
 }  // namespace
 
-void FillSparsely(const FillContours& contours, const FillArea& area, RunSink& sink) {
-  SparseFill(contours, area, sink).Fill();
+void FillSparsely(const FillContours& contours, const FillArea& area, std::size_t edgeRows,
+                  RunSink& sink) {
+  SparseFill(contours, area, edgeRows, sink).Fill();
 }
