@@ -1,7 +1,6 @@
 #include "masks/ContourFill.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 
 #include "masks/DenseFill.h"
@@ -37,6 +36,6 @@ void ContourFill::Fill(RunSink& sink) const {
   if (words <= 2 * edgeRows) {
     FillDensely(contours_, area, sink);
   } else {
-    FillSparsely(contours_, area, static_cast<std::size_t>(edgeRows), sink);
+    FillSparsely(contours_, area, edgeRows, sink);
   }
 }

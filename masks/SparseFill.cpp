@@ -95,20 +95,17 @@ struct Stretch {
 
 class SparseFill {
  public:
-  SparseFill(const FillContours& contours, const FillArea& area, std::size_t edgeRows,
-             RunSink& sink)
-      : area_(area), sink_(sink) {
-    crossings_.lists.reserve(edgeRows);
-    borders_.lists.reserve(edgeRows);
+  SparseFill(const FillArea& area, RunSink& sink) : area_(area), sink_(sink) {}
+
+  void Fill(const FillContours& contours, int firstRow, int endRow) {
+    area_.firstRow = firstRow;
+    area_.endRow = endRow;
     contours.ForEach([&](const cv::Point* first, const cv::Point* end) {
       AddCrossings(first, end);
       AddBorders(first, end);
     });
     crossings_.Begin();
     borders_.Begin();
-  }
-
-  void Fill() {
     for (int row = NextTop(); row != INT_MAX;) {
       crossings_.Admit(row);
       borders_.Admit(row);
@@ -119,6 +116,8 @@ class SparseFill {
       borders_.Retire(row);
       if (crossings_.active.empty() && borders_.active.empty()) row = NextTop();
     }
+    crossings_.lists.clear();
+    borders_.lists.clear();
   }
 
  private:
@@ -278,7 +277,7 @@ class SparseFill {
     }
   }
 
-  const FillArea& area_;
+  FillArea area_;
   RunSink& sink_;
   Schedule<std::int64_t> crossings_;
   Schedule<Stretch> borders_;
@@ -289,7 +288,16 @@ class SparseFill {
 
 }  // namespace
 
-void FillSparsely(const FillContours& contours, const FillArea& area, std::size_t edgeRows,
+void FillSparsely(const FillContours& contours, const FillArea& area, std::int64_t edgeRows,
                   RunSink& sink) {
-  SparseFill(contours, area, edgeRows, sink).Fill();
+  // In bands of rows, lest the chains' lists outgrow the processor's cache; not so many that
+  // passing over the edges for each takes longer.
+  const auto edges = static_cast<std::int64_t>(contours.points.size());
+  const std::int64_t bands = 1 + edgeRows / std::max<std::int64_t>(8192, 16 * edges);
+  const std::int64_t rows = (std::int64_t{area.endRow} - area.firstRow) / bands + 1;
+  SparseFill fill(area, sink);
+  for (std::int64_t row = area.firstRow; row < area.endRow; row += rows) {
+    const std::int64_t end = std::min<std::int64_t>(row + rows, area.endRow);
+    fill.Fill(contours, static_cast<int>(row), static_cast<int>(end));
+  }
 }

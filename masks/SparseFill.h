@@ -1,13 +1,13 @@
 #ifndef MASKS_SPARSE_FILL_H_
 #define MASKS_SPARSE_FILL_H_
 
-#include <cstddef>
+#include <cstdint>
 
 #include "masks/ContourFill.h"
 
 /// Fills row by row with the edges that the row meets at hand, in their order: its time goes with
 /// the edges' rows, whatever the area's width. There are at most `edgeRows` of these.
-void FillSparsely(const FillContours& contours, const FillArea& area, std::size_t edgeRows,
+void FillSparsely(const FillContours& contours, const FillArea& area, std::int64_t edgeRows,
                   RunSink& sink);
 
 #endif  // MASKS_SPARSE_FILL_H_
