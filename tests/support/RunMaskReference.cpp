@@ -55,34 +55,78 @@ Bounds BoundsOf(const Contour& points) {
 
 RunMask Failed() { return {}; }
 
+// The whole numbers about `seed` for which `inside` holds, which must be without a gap and `seed`
+// among them. Found by steps that double and then halve, so they may lie far away.
+struct Span {
+  std::int64_t first;
+  std::int64_t last;
+};
+
+template <typename Inside>
+std::int64_t FarthestInside(std::int64_t seed, int direction, Inside inside) {
+  std::int64_t step = 1;
+  while (inside(seed + direction * step)) step *= 2;
+  for (; step > 0; step /= 2) {
+    if (inside(seed + direction * step)) seed += direction * step;
+  }
+  return seed;
+}
+
+template <typename Inside>
+Span SpanAbout(std::int64_t seed, Inside inside) {
+  return {FarthestInside(seed, -1, inside), FarthestInside(seed, 1, inside)};
+}
+
+// Beyond 32 bits a canvas wraps, and the row after the last one does not come.
+int Wrapped(std::int64_t value) { return static_cast<int>(static_cast<std::uint32_t>(value)); }
+
+// Whether a value lies from one to another, in either order, both included.
+bool LiesBetween(std::int64_t value, std::int64_t end1, std::int64_t end2) {
+  return (value >= end1 || value >= end2) && (value <= end1 || value <= end2);
+}
+
+// The pixels whose column and row lie between those of the corners.
 RunMask Rect1(const Numbers& p) {
-  const int x1 = p.I(1);
-  const int y1 = p.I(0);
-  const int x2 = p.I(3);
-  const int y2 = p.I(2);
-  if (std::max(x1, x2) < 0 || std::max(y1, y2) < 0) return Failed();
-  RunMask mask{true, {}, std::max(x1, x2) + 1, std::max(y1, y2) + 1};
-  for (int row = std::max(std::min(y1, y2), 0); row <= std::max(y1, y2); ++row) {
-    mask.runs.push_back({row, std::max(std::min(x1, x2), 0), std::max(x1, x2)});
+  const Span columns =
+      SpanAbout(p.I(1), [&](std::int64_t x) { return LiesBetween(x, p.I(1), p.I(3)); });
+  const Span rows =
+      SpanAbout(p.I(0), [&](std::int64_t y) { return LiesBetween(y, p.I(0), p.I(2)); });
+  if (columns.last < 0 || rows.last < 0) return Failed();
+  RunMask mask{true, {}, Wrapped(columns.last + 1), Wrapped(rows.last + 1)};
+  for (std::int64_t row = 0; row <= rows.last; ++row) {
+    if (!LiesBetween(row, p.I(0), p.I(2))) row = rows.first;
+    mask.runs.push_back({static_cast<int>(row),
+                         static_cast<int>(std::max<std::int64_t>(columns.first, 0)),
+                         static_cast<int>(columns.last)});
   }
   return mask;
 }
 
+// What 32 bits keep of a square.
+std::int64_t SquareIn32Bits(std::int64_t value) { return Wrapped(value * value); }
+
+// All in whole numbers: the half width of a row is the root of a whole number n, and a column x is
+// up to it if the square of its distance is up to n. Right for radii below 2 to the power of 20,
+// where no root rounds to a whole number that it is not.
 RunMask Circle(const Numbers& p) {
-  const int col = p.I(1);
-  const int row = p.I(0);
-  const double radius = p.I(2);
-  const double bottom = row + radius;
-  const double right = col + radius;
-  if (0 > bottom || 0 > right) return Failed();
-  const int endRow = Truncated(bottom - 1.0);
-  const int largestColumn = Truncated(right);
-  RunMask mask{true, {}, largestColumn, Truncated(bottom)};
-  for (int r = std::max(Truncated(row - radius + 1.0), 0); r < endRow; ++r) {
-    const int d = r - row;
-    const double half = std::sqrt(radius * radius - static_cast<double>(d * d));
-    mask.runs.push_back(
-        {r, std::max(Truncated(col - half), 0), std::min(Truncated(col + half), largestColumn)});
+  const std::int64_t col = p.I(1);
+  const std::int64_t row = p.I(0);
+  const std::int64_t radius = p.I(2);
+  if (row + radius < 0 || col + radius < 0) return Failed();
+  const int width = Truncated(static_cast<double>(col + radius));
+  RunMask mask{true, {}, width, Truncated(static_cast<double>(row + radius))};
+  if (row + radius - 1 > std::numeric_limits<int>::max()) return mask;
+  for (std::int64_t r = std::max<std::int64_t>(row - radius + 1, 0); r <= row + radius - 2; ++r) {
+    const std::int64_t n = radius * radius - SquareIn32Bits(r - row);
+    const auto reaches = [&](std::int64_t away) { return away <= 0 || away * away <= n; };
+    // The first column loses its fraction and so lies up to one column before the edge.
+    const std::int64_t first = FarthestInside(
+        col, -1, [&](std::int64_t x) { return x == col || (col - x - 1) * (col - x - 1) < n; });
+    std::int64_t last = FarthestInside(col, 1, [&](std::int64_t x) { return reaches(x - col); });
+    // Left of column 0 the fraction is lost toward zero, not downward.
+    if (last < 0 && (last - col) * (last - col) != n) ++last;
+    mask.runs.push_back({static_cast<int>(r), static_cast<int>(std::max<std::int64_t>(first, 0)),
+                         static_cast<int>(std::min<std::int64_t>(last, width))});
   }
   return mask;
 }
@@ -163,18 +207,23 @@ RunMask Rect2(const Numbers& p) {
   return mask;
 }
 
+// A step of one column is worth a whole number of rows. Right where all that is reckoned stays
+// below 2 to the power of 24, so that floats hold it.
 RunMask Line(const Numbers& p) {
-  const int x1 = p.I(1);
-  const int y1 = p.I(0);
-  const int x2 = p.I(3);
-  const int y2 = p.I(2);
-  if (std::max(x1, x2) < 0 || std::max(y1, y2) < 0) return Failed();
-  const float k = static_cast<float>((y2 - y1) / (x2 - x1));
-  const float m = static_cast<float>(y1) - static_cast<float>(x1) * k;
-  RunMask mask{true, {}, std::max(x1, x2) + 1, std::max(y1, y2) + 1};
-  for (int r = std::max(std::min(y1, y2), 0); r <= std::max(y1, y2); ++r) {
-    const int c = Truncated((static_cast<float>(r) - m) / k);
-    if (c >= 0) mask.runs.push_back({r, c, c});
+  const std::int64_t x1 = p.I(1);
+  const std::int64_t y1 = p.I(0);
+  const std::int64_t x2 = p.I(3);
+  const std::int64_t y2 = p.I(2);
+  if ((x1 < 0 && x2 < 0) || (y1 < 0 && y2 < 0)) return Failed();
+  RunMask mask{true, {}, Wrapped(std::max(x1, x2) + 1), Wrapped(std::max(y1, y2) + 1)};
+  const std::int64_t rowsPerColumn = (y2 - y1) / (x2 - x1);
+  if (rowsPerColumn == 0) return mask;
+  for (std::int64_t r = 0; r <= std::max(y1, y2); ++r) {
+    if (!LiesBetween(r, y1, y2)) continue;
+    // Column x1 + (r - y1) / rowsPerColumn, over one divisor.
+    const std::int64_t column = (x1 * rowsPerColumn + r - y1) / rowsPerColumn;
+    if (column < 0) continue;
+    mask.runs.push_back({static_cast<int>(r), static_cast<int>(column), static_cast<int>(column)});
   }
   return mask;
 }
@@ -249,24 +298,33 @@ RunMask Ellipse(const Numbers& p) {
   return mask;
 }
 
+// A coordinate without its fraction, from the exact value; next to a whole number, where the last
+// bit tells, from the value in double steps.
+int Settled(long double exact, double inSteps) {
+  const long double away = std::fabs(exact - std::nearbyint(exact));
+  if (away < 1e-9L * (1 + std::fabs(exact))) return Truncated(inSteps);
+  return Truncated(static_cast<double>(std::trunc(exact)));
+}
+
+// As many samples as there are whole numbers of degrees from the first one on, below the end.
 RunMask Arc(const Numbers& p) {
   const int col = Truncated(p.D(1));
   const int row = Truncated(p.D(0));
   const double radius = p.D(2);
-  const double start = p.D(3);
-  const double sweep = p.D(4);
-  const double a = radius + col;
-  const double b = radius + row;
-  if (0 > a || 0 > b) return Failed();
-  RunMask mask{true, {}, Truncated(a + 1.0), Truncated(b + 1.0)};
-  const auto sample = [&](double t) {
-    const int x = Truncated(std::cos(t) * radius + col);
-    const int y = Truncated(std::sin(-t) * radius + row);
+  if (radius + col < 0 || radius + row < 0) return Failed();
+  RunMask mask{true, {}, Truncated(radius + col + 1), Truncated(radius + row + 1)};
+  const double first = Truncated(p.D(3));
+  const double count = std::ceil(p.D(3) + p.D(4) - first);
+  std::vector<double> degrees;
+  for (double i = 0; i < count; ++i) degrees.push_back(first + i);
+  degrees.push_back(p.D(3));
+  for (double degree : degrees) {
+    const long double turn = degree * 3.14L / 180;
+    const double t = degree * 3.14 / 180.0;
+    const int x = Settled(std::cos(turn) * radius + col, std::cos(t) * radius + col);
+    const int y = Settled(row - std::sin(turn) * radius, std::sin(-t) * radius + row);
     if (x >= 0 && y >= 0) mask.runs.push_back({y, x, x});
-  };
-  const double end = sweep + start;
-  for (int i = Truncated(start); end > static_cast<double>(i); ++i) sample(i * 3.14 / 180.0);
-  sample(start * 3.14 / 180.0);
+  }
   return mask;
 }
 
