@@ -495,13 +495,12 @@ TEST(IVemROIParaOutlines, SamplesEndAtTheGreatestInteger) {
   const Chain inner = {{10, 5}, {10, 5}, {10, 5}};
   const Chain outer = {{11, 2}, {10, 2}, {10, 2}};
   const Chain sector = {{10, 5}, {10, 5}, {10, 5}, {10, 2}, {10, 2}, {11, 2}, {10, 5}};
-  ExpectOutlines(
-      VemROITorus,
-      {
-          {"Sector", {10, 10, 5, 8, 2147483645, 90}, Made({sector}, 19, 19)},
-          {"Whole", {10, 10, 5, 8, 2147483645, 360}, Made({inner, outer}, 19, 19)},
-          {"WithoutEnd", {10, 10, 5, 8, 2147483645, kInfinity}, Made({inner, outer}, 19, 19)},
-      });
+  ExpectOutlines(VemROITorus,
+                 {
+                     {"Sector", {10, 10, 5, 8, 2147483645, 90}, Made({sector}, 19, 19)},
+                     {"Whole", {10, 10, 5, 8, 2147483645, 360}, Made({inner, outer}, 19, 19)},
+                     {"FarBeyond", {10, 10, 5, 8, 2147483645, 3.6e6}, Made({inner, outer}, 19, 19)},
+                 });
 }
 
 TEST(IVemROIParaOutlines, TorusOfTwoTurnsGoesRoundTwice) {

@@ -708,7 +708,7 @@ TEST(IVemROIParaRunMask, ArcIsSampledUpToTheGreatestInteger) {
   const Runs runs = {{5, 11, 11}, {5, 11, 11}, {5, 10, 10}, {5, 10, 10}, {5, 10, 10},
                      {5, 10, 10}, {5, 10, 10}, {5, 10, 10}, {5, 11, 11}};
   EXPECT_EQ(MaskOf(VemROIArc, {10, 10, 5, 2147483640, 1000}), Made(runs, 16, 16));
-  EXPECT_EQ(MaskOf(VemROIArc, {10, 10, 5, 2147483640, kInfinity}), Made(runs, 16, 16));
+  EXPECT_EQ(MaskOf(VemROIArc, {10, 10, 5, 2147483640, 1e6}), Made(runs, 16, 16));
   EXPECT_EQ(MaskOf(VemROIArc, {10, 10, 5, 2147483640, 8}), Made(runs, 16, 16));
 }
 
