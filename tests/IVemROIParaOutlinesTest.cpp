@@ -3,68 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <functional>
-#include <random>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "VemROI.h"
 #include "support/OutlineReference.h"
-#include "support/Support.h"
+#include "support/RoiShapes.h"
 
 namespace {
 
-using Doubles = std::vector<double>;
-using Runs = std::vector<Run>;
-
-// What the canvas holds before a call.
-constexpr int kWidthBefore = -7;
-constexpr int kHeightBefore = -9;
-
-constexpr int kSmallest = -2147483647 - 1;
-
-IVemROIPara Shape(VemROIType type, const Doubles& params) {
-  IVemROIPara para;
-  para.Type = type;
-  para.Width = 12;
-  para.Height = 34;
-  para.Rows = VemVarArray(1);
-  para.FirstColumns = VemVarArray(2);
-  para.LastColumns = VemVarArray(3);
-  for (double param : params) para.Params.Append(VemVar(param));
-  return para;
-}
-
-IVemROIPara Mask(const Runs& runs, int width, int height) {
-  IVemROIPara para;
-  para.Type = VemROIMask;
-  para.Width = width;
-  para.Height = height;
-  for (const Run& run : runs) {
-    para.Rows.Append(VemVar(run.Row));
-    para.FirstColumns.Append(VemVar(run.FirstColumn));
-    para.LastColumns.Append(VemVar(run.LastColumn));
-  }
-  return para;
-}
-
-// The outlines of a shape, taken into an array that holds contours already.
-template <typename Roi>
-OutlineMask OutlinesOf(Roi& roi) {
-  VemContourArray contours = ContoursOf({{{1, 2}, {3, 4}}, {}, {{5, 6}}});
-  OutlineMask mask{false, {}, kWidthBefore, kHeightBefore};
-  mask.result = roi.GetMask(&contours, &mask.width, &mask.height);
-  mask.contours = PointsOf(contours);
-  return mask;
-}
-
-OutlineMask OutlinesOf(VemROIType type, const Doubles& params) {
-  IVemROIPara para = Shape(type, params);
-  return OutlinesOf(para);
-}
-
-OutlineMask Made(const Chains& contours, int width, int height) {
+OutlineMask Outlined(const Chains& contours, int width, int height) {
   return {true, contours, width, height};
 }
 
@@ -83,206 +32,36 @@ void ExpectOutlines(VemROIType type, const std::vector<OutlineCase>& cases) {
   }
 }
 
-// --- The same shape behind a handle -----------------------------------------------------------
-
-void GenPolygonOf(const Doubles& params, VemROI& roi, bool filled) {
-  VemPointArray points;
-  for (std::size_t k = 0; k + 1 < params.size(); k += 2) {
-    VemPoint point(params[k + 1], params[k]);
-    points.Append(point);
-  }
-  if (filled) {
-    roi.GenPolygon(points);
-  } else {
-    roi.GenIrregular(points);
-  }
-}
-
-// A handle on the shape, of another type when the generator refuses the numbers.
-VemROI Handle(VemROIType type, const Doubles& p) {
-  VemROI roi;
-  VemPoint point(p[1], p[0]);
-  VemPoint second = p.size() > 3 ? VemPoint(p[3], p[2]) : VemPoint();
-  switch (type) {
-    case VemROIRect1:
-      roi.GenRect1(point, second);
-      break;
-    case VemROILine:
-      roi.GenLine(point, second);
-      break;
-    case VemROICircle:
-      roi.GenCircle(point, p[2]);
-      break;
-    case VemROITorus:
-      roi.GenTorus(point, p[2], p[3], p[4], p[5]);
-      break;
-    case VemROIRect2:
-      roi.GenRect2(point, p[2], p[3], p[4]);
-      break;
-    case VemROIEllipse:
-      roi.GenEllipse(point, p[2], p[3], p[4]);
-      break;
-    case VemROIArc:
-      roi.GenArc(point, p[2], p[3], p[4]);
-      break;
-    default:
-      GenPolygonOf(p, roi, type == VemROIPolygon);
-  }
-  return roi;
-}
-
-// --- The plain reference, at random -----------------------------------------------------------
-
-class Dice {
- public:
-  explicit Dice(unsigned seed) : engine_(seed) {}
-
-  int Int(int low, int high) { return std::uniform_int_distribution<int>(low, high)(engine_); }
-  double Real(double low, double high) {
-    return std::uniform_real_distribution<double>(low, high)(engine_);
-  }
-  bool OneIn(int n) { return Int(1, n) == 1; }
-  double WholeOrNot(double value) { return OneIn(2) ? std::trunc(value) : value; }
-  double Pick(const Doubles& values) {
-    return values[static_cast<std::size_t>(Int(0, static_cast<int>(values.size()) - 1))];
-  }
-  // About the origin, so that shapes lie partly or wholly outside, or further in.
-  double Near() {
-    const double limits[] = {-70, -3, 80};
-    return OneIn(5) ? Real(-3, 3) : WholeOrNot(Real(limits[Int(0, 1)], limits[2]));
-  }
-  // For shapes that pass their vertices.
-  double Anywhere() { return OneIn(12) ? Real(-1e9, 1e9) : Near(); }
-  double Size() { return OneIn(3) ? Real(0.001, 3) : WholeOrNot(Real(1, 50)); }
-  double Turn() {
-    switch (Int(0, 5)) {
-      case 0:
-        return 90 * Int(-9, 9);
-      case 1:
-        return 90 * Int(-9, 9) + Pick({-1, -0.9, -0.1, -0.001, 0.001, 0.1, 0.9, 1});
-      case 2:
-        return 45 * Int(-9, 9);
-      case 3:
-        return Real(-1e5, 1e5);
-      default:
-        return WholeOrNot(Real(-400, 400));
-    }
-  }
-  double Start() { return OneIn(4) ? Pick({-10.5, -0.5, 0, 0.5, 90, 359.5}) : Turn(); }
-  double Sweep() {
-    if (OneIn(4)) return WholeOrNot(Real(0, 400));
-    return Pick({0, 0.5, 0.999, 1, 90, 358, 359, 359.5, 360, 360.5, 361, 719, 720, 720.5});
-  }
-
- private:
-  std::mt19937 engine_;
-};
-
-using Draw = std::function<Doubles(Dice&)>;
-
-// Some of the shapes must fail, some must not.
-void ExpectReference(VemROIType type, int count, const Draw& draw) {
-  Dice dice(1000U + static_cast<unsigned>(type));
-  int made = 0;
-  int handled = 0;
-  for (int i = 0; i < count; ++i) {
-    const Doubles params = draw(dice);
-    const OutlineMask expected = ReferenceOutlines(type, params, kWidthBefore, kHeightBefore);
-    ASSERT_EQ(OutlinesOf(type, params), expected) << testing::PrintToString(params);
-    made += expected.result ? 1 : 0;
-    const VemROI roi = Handle(type, params);
-    if (roi.ROIType() != type) continue;
-    ASSERT_EQ(OutlinesOf(roi), expected) << testing::PrintToString(params);
-    ++handled;
-  }
-  EXPECT_GT(made, count / 4);
-  EXPECT_LT(made, count);
-  EXPECT_GT(handled, count / 5);
-}
-
-TEST(IVemROIParaOutlines, Rect1FollowsThePlainSteps) {
-  ExpectReference(VemROIRect1, 5000, [](Dice& d) {
-    return Doubles{d.Anywhere(), d.Anywhere(), d.Anywhere(), d.Anywhere()};
-  });
-}
-
-TEST(IVemROIParaOutlines, LineFollowsThePlainSteps) {
-  ExpectReference(VemROILine, 5000, [](Dice& d) {
-    return Doubles{d.Anywhere(), d.Anywhere(), d.Anywhere(), d.Anywhere()};
-  });
-}
-
-TEST(IVemROIParaOutlines, CircleFollowsThePlainSteps) {
-  ExpectReference(VemROICircle, 3000, [](Dice& d) {
-    return Doubles{d.Near(), d.Near(), d.Size()};
-  });
-}
-
-TEST(IVemROIParaOutlines, EllipseFollowsThePlainSteps) {
-  ExpectReference(VemROIEllipse, 4000, [](Dice& d) {
-    return Doubles{d.Near(), d.Near(), d.Size(), d.Size(), d.Turn()};
-  });
-}
-
-TEST(IVemROIParaOutlines, Rect2FollowsThePlainSteps) {
-  ExpectReference(VemROIRect2, 5000, [](Dice& d) {
-    const double scale = d.OneIn(10) ? 1e6 : 1;
-    return Doubles{d.Anywhere(), d.Anywhere(), d.Size() * scale, d.Size() * scale, d.Turn()};
-  });
-}
-
-TEST(IVemROIParaOutlines, TorusFollowsThePlainSteps) {
-  ExpectReference(VemROITorus, 3000, [](Dice& d) {
-    const double inner = d.Size();
-    return Doubles{d.Near(), d.Near(), inner, inner + d.Size(), d.Start(), d.Sweep()};
-  });
-}
-
-TEST(IVemROIParaOutlines, ArcFollowsThePlainSteps) {
-  ExpectReference(VemROIArc, 3000, [](Dice& d) {
-    return Doubles{d.Anywhere(), d.Anywhere(), d.Size(), d.Start(), d.Sweep()};
-  });
-}
-
-TEST(IVemROIParaOutlines, PolygonAndIrregularFollowThePlainSteps) {
-  for (VemROIType type : {VemROIPolygon, VemROIIrregular}) {
-    ExpectReference(type, 3000, [](Dice& d) {
-      const double offset = d.OneIn(3) ? -70 : 0;
-      Doubles params;
-      for (int n = 2 * d.Int(3, 9); n > 0; --n) params.push_back(d.Anywhere() + offset);
-      return params;
-    });
-  }
-}
-
 // --- Shapes that pass their vertices ----------------------------------------------------------
 
 TEST(IVemROIParaOutlines, Rect1PassesItsCornersClosed) {
   ExpectOutlines(
       VemROIRect1,
       {
-          {"Inside", {3, 2, 7, 5}, Made({{{2, 3}, {5, 3}, {5, 7}, {2, 7}, {2, 3}}}, 6, 8)},
+          {"Inside", {3, 2, 7, 5}, Outlined({{{2, 3}, {5, 3}, {5, 7}, {2, 7}, {2, 3}}}, 6, 8)},
           {"Truncated",
            {3.9, 2.9, 7.9, 5.9},
-           Made({{{2, 3}, {5, 3}, {5, 7}, {2, 7}, {2, 3}}}, 6, 8)},
+           Outlined({{{2, 3}, {5, 3}, {5, 7}, {2, 7}, {2, 3}}}, 6, 8)},
           {"TruncatedTowardZero",
            {-0.9, -1.9, 1, 1},
-           Made({{{-1, 0}, {1, 0}, {1, 1}, {-1, 1}, {-1, 0}}}, 2, 2)},
-          {"CornersSwapped", {7, 5, 3, 2}, Made({{{5, 7}, {2, 7}, {2, 3}, {5, 3}, {5, 7}}}, 6, 8)},
+           Outlined({{{-1, 0}, {1, 0}, {1, 1}, {-1, 1}, {-1, 0}}}, 2, 2)},
+          {"CornersSwapped",
+           {7, 5, 3, 2},
+           Outlined({{{5, 7}, {2, 7}, {2, 3}, {5, 3}, {5, 7}}}, 6, 8)},
           {"ReachingInIsNotClipped",
            {-4, -5, 1, 3},
-           Made({{{-5, -4}, {3, -4}, {3, 1}, {-5, 1}, {-5, -4}}}, 4, 2)},
+           Outlined({{{-5, -4}, {3, -4}, {3, 1}, {-5, 1}, {-5, -4}}}, 4, 2)},
           {"EndsAtColumnMinus1",
            {0, -3, 2, -1},
-           Made({{{-3, 0}, {-1, 0}, {-1, 2}, {-3, 2}, {-3, 0}}}, 0, 3)},
+           Outlined({{{-3, 0}, {-1, 0}, {-1, 2}, {-3, 2}, {-3, 0}}}, 0, 3)},
           {"EndsAtRowMinus1",
            {-3, 0, -1, 2},
-           Made({{{0, -3}, {2, -3}, {2, -1}, {0, -1}, {0, -3}}}, 3, 0)},
+           Outlined({{{0, -3}, {2, -3}, {2, -1}, {0, -1}, {0, -3}}}, 3, 0)},
           {"EndsAtColumnMinus2", {0, -3, 2, -2}, kFailed},
           {"EndsAtRowMinus2", {-3, 0, -2, 2}, kFailed},
           {"NotANumber",
            {kNaN, 0, 2, 2},
-           Made({{{0, kSmallest}, {2, kSmallest}, {2, 2}, {0, 2}, {0, kSmallest}}}, 3, 3)},
+           Outlined({{{0, kSmallest}, {2, kSmallest}, {2, 2}, {0, 2}, {0, kSmallest}}}, 3, 3)},
       });
 }
 
@@ -299,15 +78,16 @@ TEST(IVemROIParaOutlines, RunFormRefusesARect1ThatEndsAtColumnMinus1) {
 }
 
 TEST(IVemROIParaOutlines, LinePassesItsEndsOpen) {
-  ExpectOutlines(VemROILine, {
-                                 {"Vertical", {2, 3, 9, 3}, Made({{{3, 2}, {3, 9}}}, 4, 10)},
-                                 {"Flat", {2, 3, 2, 9}, Made({{{3, 2}, {9, 2}}}, 10, 3)},
-                                 {"Backward", {9, 8, 1, 2.9}, Made({{{8, 9}, {2, 1}}}, 9, 10)},
-                                 {"OnePixel", {2.1, 3.1, 2.9, 3.9}, Made({{{3, 2}, {3, 2}}}, 4, 3)},
-                                 {"ReachingIn", {-4, -5, 0, 0}, Made({{{-5, -4}, {0, 0}}}, 1, 1)},
-                                 {"EndsAtColumnMinus1", {0, -5, 4, -1}, kFailed},
-                                 {"EndsAtRowMinus1", {-5, 0, -1, 4}, kFailed},
-                             });
+  ExpectOutlines(VemROILine,
+                 {
+                     {"Vertical", {2, 3, 9, 3}, Outlined({{{3, 2}, {3, 9}}}, 4, 10)},
+                     {"Flat", {2, 3, 2, 9}, Outlined({{{3, 2}, {9, 2}}}, 10, 3)},
+                     {"Backward", {9, 8, 1, 2.9}, Outlined({{{8, 9}, {2, 1}}}, 9, 10)},
+                     {"OnePixel", {2.1, 3.1, 2.9, 3.9}, Outlined({{{3, 2}, {3, 2}}}, 4, 3)},
+                     {"ReachingIn", {-4, -5, 0, 0}, Outlined({{{-5, -4}, {0, 0}}}, 1, 1)},
+                     {"EndsAtColumnMinus1", {0, -5, 4, -1}, kFailed},
+                     {"EndsAtRowMinus1", {-5, 0, -1, 4}, kFailed},
+                 });
 }
 
 TEST(IVemROIParaOutlines, PolygonAndIrregularPassTheirVerticesClosed) {
@@ -316,20 +96,22 @@ TEST(IVemROIParaOutlines, PolygonAndIrregularPassTheirVerticesClosed) {
     ExpectOutlines(
         type,
         {
-            {"Triangle", {1, 2, 3.9, 7.9, 6, 0}, Made({{{2, 1}, {7, 3}, {0, 6}, {2, 1}}}, 9, 8)},
+            {"Triangle",
+             {1, 2, 3.9, 7.9, 6, 0},
+             Outlined({{{2, 1}, {7, 3}, {0, 6}, {2, 1}}}, 9, 8)},
             {"ClosedByTheCallerToo",
              {1, 2, 3, 7, 6, 0, 1, 2},
-             Made({{{2, 1}, {7, 3}, {0, 6}, {2, 1}, {2, 1}}}, 9, 8)},
-            {"OnePixel", {4, 5, 4, 5, 4, 5}, Made({{{5, 4}, {5, 4}, {5, 4}, {5, 4}}}, 7, 6)},
+             Outlined({{{2, 1}, {7, 3}, {0, 6}, {2, 1}, {2, 1}}}, 9, 8)},
+            {"OnePixel", {4, 5, 4, 5, 4, 5}, Outlined({{{5, 4}, {5, 4}, {5, 4}, {5, 4}}}, 7, 6)},
             {"ReachingIn",
              {-9, -8, 0, 3, 2, -1},
-             Made({{{-8, -9}, {3, 0}, {-1, 2}, {-8, -9}}}, 5, 4)},
+             Outlined({{{-8, -9}, {3, 0}, {-1, 2}, {-8, -9}}}, 5, 4)},
             {"EndsAtColumnMinus1",
              {0, -3, 4, -1, 2, -2},
-             Made({{{-3, 0}, {-1, 4}, {-2, 2}, {-3, 0}}}, 1, 6)},
+             Outlined({{{-3, 0}, {-1, 4}, {-2, 2}, {-3, 0}}}, 1, 6)},
             {"EndsAtRowMinus1",
              {-3, 0, -1, 4, -2, 2},
-             Made({{{0, -3}, {4, -1}, {2, -2}, {0, -3}}}, 6, 1)},
+             Outlined({{{0, -3}, {4, -1}, {2, -2}, {0, -3}}}, 6, 1)},
             {"EndsAtColumnMinus2", {0, -3, 4, -2, 2, -2}, kFailed},
             {"EndsAtRowMinus2", {-3, 0, -2, 4, -2, 2}, kFailed},
         });
@@ -342,30 +124,32 @@ TEST(IVemROIParaOutlines, Rect2PassesItsCornersClosed) {
       {
           {"Upright",
            {10, 10, 8, 4, 0},
-           Made({{{14, 12}, {14, 8}, {6, 8}, {6, 12}, {14, 12}}}, 16, 14)},
+           Outlined({{{14, 12}, {14, 8}, {6, 8}, {6, 12}, {14, 12}}}, 16, 14)},
           {"Turned90",
            {10, 10, 8, 4, 90},
-           Made({{{12, 6}, {8, 6}, {8, 14}, {12, 14}, {12, 6}}}, 14, 16)},
+           Outlined({{{12, 6}, {8, 6}, {8, 14}, {12, 14}, {12, 6}}}, 14, 16)},
           // The centre line runs from (13.5, 6.5) to (6.5, 13.5).
           {"Turned45",
            {10, 10, 10, 4, 45},
-           Made({{{14, 7}, {12, 5}, {5, 12}, {7, 14}, {14, 7}}}, 16, 16)},
+           Outlined({{{14, 7}, {12, 5}, {5, 12}, {7, 14}, {14, 7}}}, 16, 16)},
           {"CentreTruncated",
            {10.9, 10.9, 8, 4, 0},
-           Made({{{14, 12}, {14, 8}, {6, 8}, {6, 12}, {14, 12}}}, 16, 14)},
+           Outlined({{{14, 12}, {14, 8}, {6, 8}, {6, 12}, {14, 12}}}, 16, 14)},
           // The centre goes through a float: 16777217 becomes 16777216, and so does the end of the
           // centre line one pixel further.
           {"CentreAsFloat",
            {10, 16777217, 2, 4, 0},
-           Made({{{16777216, 12}, {16777216, 8}, {16777215, 8}, {16777215, 12}, {16777216, 12}}},
-                16777218, 14)},
+           Outlined(
+               {{{16777216, 12}, {16777216, 8}, {16777215, 8}, {16777215, 12}, {16777216, 12}}},
+               16777218, 14)},
           // Half a turn of 3.1415926 falls short of a flat line by 5.4 rows in a hundred million.
           {"ShortPi",
            {100, 0, 2e8, 4, 180},
-           Made({{{-1e8, 92}, {-1e8, 96}, {1e8, 107}, {1e8, 103}, {-1e8, 92}}}, 100000002, 109)},
+           Outlined({{{-1e8, 92}, {-1e8, 96}, {1e8, 107}, {1e8, 103}, {-1e8, 92}}}, 100000002,
+                    109)},
           {"EndsAtColumnMinus1",
            {10, -5, 8, 4, 0},
-           Made({{{-1, 12}, {-1, 8}, {-9, 8}, {-9, 12}, {-1, 12}}}, 1, 14)},
+           Outlined({{{-1, 12}, {-1, 8}, {-9, 8}, {-9, 12}, {-1, 12}}}, 1, 14)},
           {"EndsAtColumnMinus2", {10, -6, 8, 4, 0}, kFailed},
           {"EndsAtRowMinus2", {-4, 10, 8, 4, 0}, kFailed},
       });
@@ -417,7 +201,7 @@ TEST(IVemROIParaOutlines, ArcClosesOnItsStart) {
   // column is 1861, at 30 degrees 1866.
   ExpectOutlines(VemROIArc, {{"FromAFraction",
                               {1000, 1000, 1000, 30.5, 0.25},
-                              Made({{{1866, 500}, {1861, 492}}}, 2001, 2001)}});
+                              Outlined({{{1866, 500}, {1861, 492}}}, 2001, 2001)}});
 }
 
 TEST(IVemROIParaOutlines, ArcTellsItsOwnSamples) {
@@ -426,12 +210,14 @@ TEST(IVemROIParaOutlines, ArcTellsItsOwnSamples) {
       {
           {"CentreTruncatedRadiusNot",
            {50.9, 40.9, 10.75, 0, 1},
-           Made({{{50, 50}, {50, 50}}}, 51, 61)},
+           Outlined({{{50, 50}, {50, 50}}}, 51, 61)},
           // Where pi is 3.14, half a turn is 1.6 rows short at a radius of 1000.
-          {"ShortPi", {2000, 2000, 1000, 180, 0}, Made({{{1000, 1998}}}, 3001, 3001)},
-          {"OutsideIsNotClipped", {0, -4, 4, 90, 0}, Made({{{-3, -3}}}, 1, 5)},
-          {"StartIsNotANumber", {50, 40, 30, kNaN, 90}, Made({{{kSmallest, kSmallest}}}, 71, 81)},
-          {"TouchesColumn0", {50, -30, 30, 0, 0}, Made({{{0, 50}}}, 1, 81)},
+          {"ShortPi", {2000, 2000, 1000, 180, 0}, Outlined({{{1000, 1998}}}, 3001, 3001)},
+          {"OutsideIsNotClipped", {0, -4, 4, 90, 0}, Outlined({{{-3, -3}}}, 1, 5)},
+          {"StartIsNotANumber",
+           {50, 40, 30, kNaN, 90},
+           Outlined({{{kSmallest, kSmallest}}}, 71, 81)},
+          {"TouchesColumn0", {50, -30, 30, 0, 0}, Outlined({{{0, 50}}}, 1, 81)},
           {"LeftOfTheOrigin", {50, -30, 29.5, 0, 0}, kFailed},
           {"AboveTheOrigin", {-30, 50, 29.5, 0, 0}, kFailed},
       });
@@ -465,23 +251,26 @@ TEST(IVemROIParaOutlines, TorusTellsItsOwnSamples) {
       {
           {"SectorGoesOutAlongTheInnerCircleAndBackAlongTheOuter",
            {30, 30, 10.5, 20.5, 0, 2},
-           Made({{{40, 30}, {40, 29}, {40, 29}, {50, 29}, {50, 29}, {50, 30}, {40, 30}}}, 51, 51)},
-          {"SweepDoesNotFit", {30, 30, 10, 20, kNaN, 1e10}, Made({{}, {}}, 51, 51)},
+           Outlined({{{40, 30}, {40, 29}, {40, 29}, {50, 29}, {50, 29}, {50, 30}, {40, 30}}}, 51,
+                    51)},
+          {"SweepDoesNotFit", {30, 30, 10, 20, kNaN, 1e10}, Outlined({{}, {}}, 51, 51)},
           {"WholeHasTheInnerFirst",
            {30, 30, 10.5, 20.5, 0, 0},
-           Made({{{40, 30}}, {{50, 30}}}, 51, 51)},
+           Outlined({{{40, 30}}, {{50, 30}}}, 51, 51)},
           {"CentreTruncated",
            {30.9, 30.9, 10.5, 20.5, 0, 0},
-           Made({{{40, 30}}, {{50, 30}}}, 51, 51)},
-          {"StartTruncated", {30, 30, 10.5, 20.5, 0.9, 0}, Made({{{40, 30}}, {{50, 30}}}, 51, 51)},
+           Outlined({{{40, 30}}, {{50, 30}}}, 51, 51)},
+          {"StartTruncated",
+           {30, 30, 10.5, 20.5, 0.9, 0},
+           Outlined({{{40, 30}}, {{50, 30}}}, 51, 51)},
           // Where pi is 3.14, half a turn is 1.6 rows short at a radius of 1000.
           {"ShortPi",
            {3000, 3000, 1000, 2000, 180, 0},
-           Made({{{2000, 2998}}, {{1000, 2996}}}, 5001, 5001)},
-          {"OutsideIsNotClipped", {0, -4, 2, 4, 90, 0}, Made({{{-3, -1}}, {{-3, -3}}}, 1, 5)},
-          {"NoSamples", {30, 30, 10, 20, -10.5, 0}, Made({{}, {}}, 51, 51)},
-          {"StartIsNotANumber", {30, 30, 10, 20, kNaN, 90}, Made({{}}, 51, 51)},
-          {"StartDoesNotFitAnInteger", {30, 30, 10, 20, -1e10, 90}, Made({{}}, 51, 51)},
+           Outlined({{{2000, 2998}}, {{1000, 2996}}}, 5001, 5001)},
+          {"OutsideIsNotClipped", {0, -4, 2, 4, 90, 0}, Outlined({{{-3, -1}}, {{-3, -3}}}, 1, 5)},
+          {"NoSamples", {30, 30, 10, 20, -10.5, 0}, Outlined({{}, {}}, 51, 51)},
+          {"StartIsNotANumber", {30, 30, 10, 20, kNaN, 90}, Outlined({{}}, 51, 51)},
+          {"StartDoesNotFitAnInteger", {30, 30, 10, 20, -1e10, 90}, Outlined({{}}, 51, 51)},
           {"LeftOfTheOrigin", {30, -20, 10, 19.5, 0, 90}, kFailed},
           {"AboveTheOrigin", {-20, 30, 10, 19.5, 0, 90}, kFailed},
       });
@@ -491,16 +280,17 @@ TEST(IVemROIParaOutlines, TorusTellsItsOwnSamples) {
 TEST(IVemROIParaOutlines, SamplesEndAtTheGreatestInteger) {
   ExpectOutlines(VemROIArc, {{"Arc",
                               {10, 10, 5, 2147483645.5, 1000},
-                              Made({{{10, 5}, {10, 5}, {10, 5}, {10, 5}}}, 16, 16)}});
+                              Outlined({{{10, 5}, {10, 5}, {10, 5}, {10, 5}}}, 16, 16)}});
   const Chain inner = {{10, 5}, {10, 5}, {10, 5}};
   const Chain outer = {{11, 2}, {10, 2}, {10, 2}};
   const Chain sector = {{10, 5}, {10, 5}, {10, 5}, {10, 2}, {10, 2}, {11, 2}, {10, 5}};
-  ExpectOutlines(VemROITorus,
-                 {
-                     {"Sector", {10, 10, 5, 8, 2147483645, 90}, Made({sector}, 19, 19)},
-                     {"Whole", {10, 10, 5, 8, 2147483645, 360}, Made({inner, outer}, 19, 19)},
-                     {"FarBeyond", {10, 10, 5, 8, 2147483645, 3.6e6}, Made({inner, outer}, 19, 19)},
-                 });
+  ExpectOutlines(
+      VemROITorus,
+      {
+          {"Sector", {10, 10, 5, 8, 2147483645, 90}, Outlined({sector}, 19, 19)},
+          {"Whole", {10, 10, 5, 8, 2147483645, 360}, Outlined({inner, outer}, 19, 19)},
+          {"FarBeyond", {10, 10, 5, 8, 2147483645, 3.6e6}, Outlined({inner, outer}, 19, 19)},
+      });
 }
 
 TEST(IVemROIParaOutlines, TorusOfTwoTurnsGoesRoundTwice) {
@@ -529,12 +319,12 @@ TEST(IVemROIParaOutlines, CircleIsTraced) {
   const Chain diamond = {{3, 1}, {2, 2}, {3, 3}, {4, 2}, {3, 1}};
   ExpectOutlines(VemROICircle,
                  {
-                     {"Radius1", {2, 3, 1}, Made({diamond}, 5, 4)},
-                     {"NumbersTruncated", {2.9, 3.9, 1.9}, Made({diamond}, 5, 4)},
-                     {"Radius0IsOnePixel", {5, 6, 0.5}, Made({{{6, 5}, {6, 5}}}, 7, 6)},
-                     {"ReachingIn", {0, 0, 1}, Made({{{0, 0}, {0, 1}, {1, 0}, {0, 0}}}, 2, 2)},
-                     {"TouchesColumn0", {3, -2, 2}, Made({{{0, 3}, {0, 3}}}, 1, 6)},
-                     {"TouchesRow0", {-2, 3, 2}, Made({{{3, 0}, {3, 0}}}, 6, 1)},
+                     {"Radius1", {2, 3, 1}, Outlined({diamond}, 5, 4)},
+                     {"NumbersTruncated", {2.9, 3.9, 1.9}, Outlined({diamond}, 5, 4)},
+                     {"Radius0IsOnePixel", {5, 6, 0.5}, Outlined({{{6, 5}, {6, 5}}}, 7, 6)},
+                     {"ReachingIn", {0, 0, 1}, Outlined({{{0, 0}, {0, 1}, {1, 0}, {0, 0}}}, 2, 2)},
+                     {"TouchesColumn0", {3, -2, 2}, Outlined({{{0, 3}, {0, 3}}}, 1, 6)},
+                     {"TouchesRow0", {-2, 3, 2}, Outlined({{{3, 0}, {3, 0}}}, 6, 1)},
                      {"LeftOfTheOrigin", {3, -3, 2}, kFailed},
                      {"AboveTheOrigin", {-3, 3, 2}, kFailed},
                      {"RadiusDoesNotFitAnInteger", {3, 3, 1e10}, kFailed},
@@ -546,7 +336,7 @@ TEST(IVemROIParaOutlines, EllipseIsTraced) {
   // ...######.
   // ..#######.
   // ..#######.
-  const OutlineMask flat = Made({{{3, 3}, {2, 4}, {2, 5}, {8, 5}, {8, 3}, {3, 3}}}, 10, 7);
+  const OutlineMask flat = Outlined({{{3, 3}, {2, 4}, {2, 5}, {8, 5}, {8, 3}, {3, 3}}}, 10, 7);
   ExpectOutlines(VemROIEllipse, {
                                     {"Whole", {4, 5, 3, 1, 0}, flat},
                                     {"CentreTruncated", {4.9, 5.9, 3, 1, 0}, flat},
@@ -568,12 +358,13 @@ TEST(IVemROIParaOutlines, EllipseLiesAlongItsAngle) {
 
 TEST(IVemROIParaOutlines, EllipseOutsideFails) {
   // A box that ends at -2 is outside, at -1 it leaves a canvas without foreground.
-  ExpectOutlines(VemROIEllipse, {
-                                    {"LeftOfTheOrigin", {50, -12, 10, 10, 0}, kFailed},
-                                    {"AboveTheOrigin", {-12, 50, 10, 10, 0}, kFailed},
-                                    {"EndsAtColumnMinus1", {50, -11, 10, 10, 0}, Made({}, 1, 62)},
-                                    {"EndsAtRowMinus1", {-11, 50, 10, 10, 0}, Made({}, 62, 1)},
-                                });
+  ExpectOutlines(VemROIEllipse,
+                 {
+                     {"LeftOfTheOrigin", {50, -12, 10, 10, 0}, kFailed},
+                     {"AboveTheOrigin", {-12, 50, 10, 10, 0}, kFailed},
+                     {"EndsAtColumnMinus1", {50, -11, 10, 10, 0}, Outlined({}, 1, 62)},
+                     {"EndsAtRowMinus1", {-11, 50, 10, 10, 0}, Outlined({}, 62, 1)},
+                 });
 }
 
 TEST(IVemROIParaOutlines, MaskIsTraced) {
@@ -584,18 +375,18 @@ TEST(IVemROIParaOutlines, MaskIsTraced) {
     int height;
     OutlineMask expected;
   } cases[] = {
-      {"NoRuns", {}, 640, 480, Made({}, 640, 480)},
-      {"NoCanvas", {{0, 0, 3}}, 0, 0, Made({}, 0, 0)},
-      {"NoColumns", {{0, 0, 3}}, 0, 5, Made({}, 0, 5)},
-      {"NoRows", {{0, 0, 3}}, 5, 0, Made({}, 5, 0)},
+      {"NoRuns", {}, 640, 480, Outlined({}, 640, 480)},
+      {"NoCanvas", {{0, 0, 3}}, 0, 0, Outlined({}, 0, 0)},
+      {"NoColumns", {{0, 0, 3}}, 0, 5, Outlined({}, 0, 5)},
+      {"NoRows", {{0, 0, 3}}, 5, 0, Outlined({}, 5, 0)},
       {"NegativeWidth", {{0, 0, 3}}, -1, 5, kFailed},
       {"NegativeHeight", {{0, 0, 3}}, 5, -1, kFailed},
-      {"OneRun", {{2, 1, 3}}, 640, 480, Made({{{1, 2}, {3, 2}, {1, 2}}}, 640, 480)},
+      {"OneRun", {{2, 1, 3}}, 640, 480, Outlined({{{1, 2}, {3, 2}, {1, 2}}}, 640, 480)},
       {"ClippedToItsCanvas",
        {{-1, 0, 5}, {0, -9, 1}, {1, 3, 99}, {2, 5, 9}, {3, 0, 3}},
        5,
        3,
-       Made({{{0, 0}, {1, 0}, {0, 0}}, {{3, 1}, {4, 1}, {3, 1}}}, 5, 3)},
+       Outlined({{{0, 0}, {1, 0}, {0, 0}}, {{3, 1}, {4, 1}, {3, 1}}}, 5, 3)},
       // ####
       // #..#
       // ####
@@ -603,9 +394,9 @@ TEST(IVemROIParaOutlines, MaskIsTraced) {
        {{0, 0, 3}, {1, 0, 0}, {1, 3, 3}, {2, 0, 3}},
        6,
        4,
-       Made({{{0, 0}, {0, 2}, {3, 2}, {3, 0}, {0, 0}},
-             {{0, 1}, {1, 0}, {2, 0}, {3, 1}, {2, 2}, {1, 2}, {0, 1}}},
-            6, 4)},
+       Outlined({{{0, 0}, {0, 2}, {3, 2}, {3, 0}, {0, 0}},
+                 {{0, 1}, {1, 0}, {2, 0}, {3, 1}, {2, 2}, {1, 2}, {0, 1}}},
+                6, 4)},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);

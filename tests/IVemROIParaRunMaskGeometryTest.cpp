@@ -1,3 +1,5 @@
+#include "IVemROIPara.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,7 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include "IVemROIPara.h"
 #include "support/Support.h"
 
 // Rotated shapes against plain geometry in extended precision: what lies in the shape by a margin
