@@ -51,10 +51,11 @@ TEST(IVemROIParaRunMaskRound, ArcIsSampledUpToTheGreatestInteger) {
 
 TEST(IVemROIParaRunMaskRound, ArcMatchesReference) {
   ExpectReferenceAtRandom(VemROIArc, 4000, [](Dice& r) {
-    const double y = r.Near();
-    const double x = r.Near();
+    const double y = r.Anywhere();
+    const double x = r.Anywhere();
     const double start = r.Turn();
-    return Doubles{y, x, r.Size(), start, r.Sweep()};
+    const double radius = r.OneIn(5) ? r.Number(1, 1e9) : r.Size();
+    return Doubles{y, x, radius, start, r.Sweep()};
   });
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <csignal>
 #include <vector>
 
@@ -196,7 +197,9 @@ TEST(IVemROIParaRunMask, Rect1MatchesReference) {
   ExpectReferenceAtRandom(VemROIRect1, 4000, [](Dice& r) {
     const double y = r.Near();
     const double x = r.Near();
-    return Doubles{y, x, y + r.Number(-50, 50), x + r.Number(-50, 50)};
+    // Rows are as many as runs; columns may lie anywhere.
+    const double otherX = r.OneIn(4) ? r.Number(-2e9, 2e9) : x + r.Number(-50, 50);
+    return Doubles{y, x, r.OneIn(5) ? r.FarBack() : y + r.Number(-50, 50), otherX};
   });
 }
 
@@ -236,7 +239,10 @@ TEST(IVemROIParaRunMask, CircleMatchesReference) {
   ExpectReferenceAtRandom(VemROICircle, 4000, [](Dice& r) {
     const double y = r.Near();
     const double x = r.Near();
-    return Doubles{y, x, r.Size()};
+    if (!r.OneIn(4)) return Doubles{y, x, r.Size()};
+    // Just the lowest rows of a large one.
+    const double radius = r.Number(50, 1e6);
+    return Doubles{y - std::trunc(radius), r.Number(-1.2e6, 2e9), radius};
   });
 }
 
@@ -309,7 +315,7 @@ TEST(IVemROIParaRunMask, LineMatchesReference) {
   ExpectReferenceAtRandom(VemROILine, 4000, [](Dice& r) {
     const double y1 = r.Near();
     const double x1 = r.Near();
-    const double y2 = y1 + r.Number(-90, 90);
+    const double y2 = r.OneIn(4) ? -r.Number(0, 60000) : y1 + r.Number(-90, 90);
     double x2 = x1 + r.Number(-20, 20);
     if (Truncated(x2) == Truncated(x1)) x2 += 2;
     return Doubles{y1, x1, y2, x2};

@@ -77,6 +77,8 @@ class Dice {
   }
   // For shapes that pass their vertices.
   double Anywhere() { return OneIn(12) ? Real(-1e9, 1e9) : Near(); }
+  // Far left of or above the origin; with a size of as much, the shape still reaches in.
+  double FarBack() { return -WholeOrNot(Real(0, 2e9)); }
   double Size() { return OneIn(3) ? Real(0.001, 3) : WholeOrNot(Real(1, 50)); }
   double Turn() {
     switch (Int(0, 5)) {
