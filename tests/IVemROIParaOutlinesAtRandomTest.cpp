@@ -1,8 +1,8 @@
 #include "IVemROIPara.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
+
+#include <gtest/gtest.h>
 
 #include "VemROI.h"
 #include "support/OutlineReference.h"

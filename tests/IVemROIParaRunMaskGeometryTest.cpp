@@ -1,13 +1,13 @@
 #include "IVemROIPara.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cmath>
-#include <opencv2/core.hpp>
 #include <random>
 #include <utility>
 #include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "support/Support.h"
 

@@ -1,9 +1,9 @@
 #include "IVemROIPara.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "support/RoiShapes.h"
 

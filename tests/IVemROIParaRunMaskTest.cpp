@@ -1,10 +1,10 @@
 #include "IVemROIPara.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <csignal>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/RoiShapes.h"
 
