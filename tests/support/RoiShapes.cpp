@@ -15,6 +15,35 @@ OutlineMask TakeOutlines(Roi& roi) {
 
 }  // namespace
 
+VemVarArray Array(const std::vector<VemVar>& values) {
+  VemVarArray array;
+  for (const VemVar& value : values) array.Append(value);
+  return array;
+}
+
+VemVarArray DoubleArray(const Doubles& values) {
+  VemVarArray array;
+  for (double value : values) array.Append(VemVar(value));
+  return array;
+}
+
+VemPointArray Points(const std::vector<VemPoint>& values) {
+  VemPointArray array;
+  for (VemPoint value : values) array.Append(value);
+  return array;
+}
+
+::testing::AssertionResult Equal(const VemVarArray& actual, const VemVarArray& expected) {
+  if (Same(actual, expected)) return ::testing::AssertionSuccess();
+  return ::testing::AssertionFailure() << ::testing::PrintToString(actual) << " instead of "
+                                       << ::testing::PrintToString(expected);
+}
+
+void MakeShape(IVemROIPara& para, VemROIType type, const Doubles& params) {
+  para.Type = type;
+  para.Params = DoubleArray(params);
+}
+
 IVemROIPara Shape(VemROIType type, const Doubles& params) {
   IVemROIPara para;
   para.Type = type;

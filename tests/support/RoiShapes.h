@@ -1,6 +1,8 @@
 #ifndef TESTS_SUPPORT_ROI_SHAPES_H_
 #define TESTS_SUPPORT_ROI_SHAPES_H_
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <functional>
 #include <random>
@@ -8,6 +10,7 @@
 #include <vector>
 
 #include "IVemROIPara.h"
+#include "VemPointArray.h"
 #include "VemROI.h"
 #include "support/OutlineReference.h"
 #include "support/RunMaskReference.h"
@@ -21,6 +24,21 @@ constexpr int kWidthBefore = -7;
 constexpr int kHeightBefore = -9;
 
 constexpr int kSmallest = -2147483647 - 1;
+
+/// Lists as the library takes them.
+VemVarArray Array(const std::vector<VemVar>& values);
+VemVarArray DoubleArray(const Doubles& values);
+VemPointArray Points(const std::vector<VemPoint>& values);
+
+/// Tells elements of different kinds or bits apart, unlike VemVarArray's own comparison.
+::testing::AssertionResult Equal(const VemVarArray& actual, const VemVarArray& expected);
+
+const VemROIType kAllTypes[] = {VemROIRect1,   VemROICircle,    VemROITorus, VemROINone,
+                                VemROIPolygon, VemROIIrregular, VemROIRect2, VemROILine,
+                                VemROIEllipse, VemROIArc,       VemROIPoint, VemROIMask};
+
+/// Gives a shape its type and its numbers, and changes nothing else.
+void MakeShape(IVemROIPara& para, VemROIType type, const Doubles& params);
 
 /// A shape over its stored numbers, y before x, that holds a run on a canvas of 12 by 34 besides.
 IVemROIPara Shape(VemROIType type, const Doubles& params);
