@@ -2,55 +2,30 @@
 
 #include <initializer_list>
 
-#include "values/Processor.h"
+#include "values/StoredNumbers.h"
 
 namespace {
 
-// A setter names its element's kind, its test, and its values in stored order: a double is stored
-// as a double, an int as an integer.
+using stored::D;
+using stored::F;
+using stored::Output;
+using stored::Whole;
+
+// A setter names its element's kind, its test, and its values in stored order.
 void Set(IVemOverlay& overlay, VemOverlayType type, bool accepted,
          std::initializer_list<VemVar> values) {
   overlay.Type = VemOverlayNone;
   overlay.Params.Clear();
   if (!accepted) return;
   overlay.Type = type;
-  for (const VemVar& value : values) overlay.Params.Append(value);
+  stored::Append(overlay.Params, values);
 }
 
 void SetChain(IVemOverlay& overlay, VemOverlayType type, const VemPointArray& points) {
-  const int count = points.Length();
-  Set(overlay, type, count >= 3, {});
-  if (overlay.Type != type) return;
-  for (int i = 0; i < count; ++i) {
-    const VemPoint point = points[i];
-    overlay.Params.Append(point.y);
-    overlay.Params.Append(point.x);
-  }
+  const bool accepted = points.Length() >= 3;
+  Set(overlay, type, accepted, {});
+  if (accepted) stored::AppendPoints(overlay.Params, points);
 }
-
-double ReadF(const VemVar& value) { return static_cast<double>(value.F()); }
-
-// Where a stored value goes, and the reader that gives it: F rounds to float, D does not, and a
-// whole number is what D gives, truncated.
-struct Output {
-  enum Reader { kF, kD, kWhole };
-
-  void Write(const VemVar& value) const {
-    if (reader == kWhole) {
-      *whole = TruncateToInt(value.D());
-    } else {
-      *number = reader == kF ? ReadF(value) : value.D();
-    }
-  }
-
-  Reader reader;
-  double* number;
-  int* whole;
-};
-
-Output F(double* target) { return {Output::kF, target, nullptr}; }
-Output D(double* target) { return {Output::kD, target, nullptr}; }
-Output Whole(int* target) { return {Output::kWhole, nullptr, target}; }
 
 bool Has(const IVemOverlay& overlay, VemOverlayType type) {
   return overlay.Type == type && overlay.Params.Length() > 0;
@@ -60,18 +35,13 @@ bool Has(const IVemOverlay& overlay, VemOverlayType type) {
 // tests any of them.
 bool Get(const IVemOverlay& overlay, VemOverlayType type, std::initializer_list<Output> outputs) {
   if (!Has(overlay, type)) return false;
-  int index = 0;
-  for (const Output& output : outputs) output.Write(overlay.Params[index++]);
+  stored::Read(overlay.Params, outputs);
   return true;
 }
 
 bool GetChain(const IVemOverlay& overlay, VemOverlayType type, VemPointArray* points) {
   if (!Has(overlay, type)) return false;
-  points->Clear();
-  for (int i = 0; i + 1 < overlay.Params.Length(); i += 2) {
-    VemPoint point(ReadF(overlay.Params[i + 1]), ReadF(overlay.Params[i]));
-    points->Append(point);
-  }
+  stored::ReadPoints(overlay.Params, points);
   return points->Length() > 2;
 }
 
@@ -319,8 +289,7 @@ void IVemOverlay::SetImage(VemPoint& point, VemImage& image) {
 }
 bool IVemOverlay::GetImage(VemPoint* point, VemImage* image) const {
   if (Type != VemOverlayImage) return false;
-  point->x = ReadF(Params[0]);
-  point->y = ReadF(Params[1]);
+  stored::Read(Params, {F(&point->x), F(&point->y)});
   image->Mat() = Image.clone();
   return true;
 }

@@ -5,6 +5,7 @@
 #include <opencv2/core.hpp>
 
 #include "VemRegionData.h"
+#include "masks/Canvas.h"
 #include "masks/MaskCoder.h"
 #include "masks/RunTriple.h"
 #include "values/Processor.h"
@@ -106,7 +107,7 @@ void VemRegion::GetRegionRuns(VemVarArray* rows, VemVarArray* firstColumns,
 
 // The trip through a mask merges duplicate and neighbouring points into runs.
 void VemRegion::CodePoints(VemPointArray& points, int width, int height) {
-  cv::Mat mask(height, width, CV_8UC1, cv::Scalar(0));
+  cv::Mat mask = EmptyRaster(width, height);
   for (int i = 0; i < points.Length(); ++i) Plot(points[i], mask);
   const std::vector<Run> runs = ListComponentRuns(mask);
   data_->Width = width;

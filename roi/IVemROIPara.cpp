@@ -2,7 +2,13 @@
 
 #include <initializer_list>
 
+#include "values/StoredNumbers.h"
+
 namespace {
+
+using stored::D;
+using stored::F;
+using stored::Output;
 
 // Everything but the type.
 void DropShape(IVemROIPara& roi) {
@@ -14,59 +20,42 @@ void DropShape(IVemROIPara& roi) {
   roi.Height = 0;
 }
 
-void SetShape(IVemROIPara& roi, VemROIType type, std::initializer_list<double> numbers) {
+// A generator names its shape, its test, and its numbers in stored order.
+void Set(IVemROIPara& roi, VemROIType type, bool accepted, std::initializer_list<VemVar> numbers) {
+  roi.Type = VemROINone;
+  DropShape(roi);
+  if (!accepted) return;
   roi.Type = type;
-  for (const double number : numbers) roi.Params.Append(number);
+  stored::Append(roi.Params, numbers);
 }
 
 // Touches neither the type of a shape that it refuses to replace nor a former mask's runs.
-void SetVertices(IVemROIPara& roi, VemROIType type, VemPointArray& points) {
+void SetVertices(IVemROIPara& roi, VemROIType type, const VemPointArray& points) {
   roi.Params.Clear();
-  const int count = points.Length();
-  if (count < 3) return;
+  if (points.Length() < 3) return;
   roi.Type = type;
-  for (int i = 0; i < count; ++i) {
-    roi.Params.Append(points[i].y);
-    roi.Params.Append(points[i].x);
-  }
+  stored::AppendPoints(roi.Params, points);
 }
 
 bool Has(const IVemROIPara& roi, VemROIType type) {
   return roi.Type == type && roi.Params.Length() > 0;
 }
 
-// The pair at `index`, y first, rounded to float.
-VemPoint PointAt(const IVemROIPara& roi, int index) {
-  const float y = roi.Params[index].F();
-  const float x = roi.Params[index + 1].F();
-  return VemPoint(static_cast<double>(x), static_cast<double>(y));
-}
-
-bool ReadPair(const IVemROIPara& roi, VemROIType type, VemPoint* p1, VemPoint* p2) {
+// A reader names its shape and its outputs in stored order; all are written before it tests any of
+// them.
+bool Get(const IVemROIPara& roi, VemROIType type, std::initializer_list<Output> outputs) {
   if (!Has(roi, type)) return false;
-  *p1 = PointAt(roi, 0);
-  *p2 = PointAt(roi, 2);
+  stored::Read(roi.Params, outputs);
   return true;
 }
 
-bool ReadCentred(const IVemROIPara& roi, VemROIType type, VemPoint* center,
-                 std::initializer_list<double*> numbers) {
+bool GetVertices(const IVemROIPara& roi, VemROIType type, VemPointArray* points) {
   if (!Has(roi, type)) return false;
-  *center = PointAt(roi, 0);
-  int index = 2;
-  for (double* number : numbers) *number = roi.Params[index++].D();
-  return true;
-}
-
-bool ReadVertices(const IVemROIPara& roi, VemROIType type, VemPointArray* points) {
-  if (!Has(roi, type)) return false;
-  points->Clear();
-  for (int i = 0; i + 1 < roi.Params.Length(); i += 2) {
-    VemPoint point = PointAt(roi, i);
-    points->Append(point);
-  }
+  stored::ReadPoints(roi.Params, points);
   return points->Length() >= 3;
 }
+
+bool Differ(const VemPoint& p1, const VemPoint& p2) { return p1.x != p2.x || p1.y != p2.y; }
 
 }  // namespace
 
@@ -83,78 +72,117 @@ IVemROIPara& IVemROIPara::operator=(const IVemROIPara& other) = default;
 
 IVemROIPara::~IVemROIPara() { DropShape(*this); }
 
-void IVemROIPara::GenPoint(VemPoint& point) {
-  DropShape(*this);
-  SetShape(*this, VemROIPoint, {point.x, point.y});
+// --- The shapes, one after the other: how each is stored, then how it is read ---
+
+// Stored x first, and read without a look at how much is stored.
+void IVemROIPara::GenPoint(VemPoint& point) { Set(*this, VemROIPoint, true, {point.x, point.y}); }
+bool IVemROIPara::GetPoint(VemPoint* point) const {
+  if (Type != VemROIPoint) return false;
+  stored::Read(Params, {F(&point->x), F(&point->y)});
+  return true;
 }
 
 void IVemROIPara::GenRect1(VemPoint& p1, VemPoint& p2) {
-  Type = VemROINone;
-  DropShape(*this);
-  if (p2.x > p1.x && p2.y > p1.y) SetShape(*this, VemROIRect1, {p1.y, p1.x, p2.y, p2.x});
+  Set(*this, VemROIRect1, p2.x > p1.x && p2.y > p1.y, {p1.y, p1.x, p2.y, p2.x});
+}
+bool IVemROIPara::GetRect1(VemPoint* p1, VemPoint* p2) const {
+  return Get(*this, VemROIRect1, {F(&p1->y), F(&p1->x), F(&p2->y), F(&p2->x)}) && p1->x < p2->x &&
+         p1->y < p2->y;
 }
 
 void IVemROIPara::GenCircle(VemPoint& center, double radius) {
-  Type = VemROINone;
-  DropShape(*this);
-  if (radius > 0) SetShape(*this, VemROICircle, {center.y, center.x, radius});
+  Set(*this, VemROICircle, radius > 0, {center.y, center.x, radius});
+}
+bool IVemROIPara::GetCircle(VemPoint* center, double* radius) const {
+  return Get(*this, VemROICircle, {F(&center->y), F(&center->x), D(radius)}) && *radius > 0;
 }
 
+// The reader refuses a sweep of 0 that the generator takes.
 void IVemROIPara::GenTorus(VemPoint& center, double innerRadius, double outerRadius,
                            double startAngle, double sweepAngle) {
-  Type = VemROINone;
-  DropShape(*this);
-  if (innerRadius > 0 && outerRadius > 0 && outerRadius > innerRadius && sweepAngle >= 0) {
-    SetShape(*this, VemROITorus,
-             {center.y, center.x, innerRadius, outerRadius, startAngle, sweepAngle});
-  }
+  Set(*this, VemROITorus,
+      innerRadius > 0 && outerRadius > 0 && outerRadius > innerRadius && sweepAngle >= 0,
+      {center.y, center.x, innerRadius, outerRadius, startAngle, sweepAngle});
+}
+bool IVemROIPara::GetTorus(VemPoint* center, double* innerRadius, double* outerRadius,
+                           double* startAngle, double* sweepAngle) const {
+  return Get(*this, VemROITorus,
+             {F(&center->y), F(&center->x), D(innerRadius), D(outerRadius), D(startAngle),
+              D(sweepAngle)}) &&
+         *innerRadius > 0 && *outerRadius > *innerRadius && *sweepAngle > 0;
 }
 
 void IVemROIPara::GenRect2(VemPoint& center, double length1, double length2, double angle) {
-  Type = VemROINone;
-  DropShape(*this);
-  if (length1 > 0 && length2 > 0) {
-    SetShape(*this, VemROIRect2, {center.y, center.x, length1, length2, angle});
-  }
+  Set(*this, VemROIRect2, length1 > 0 && length2 > 0,
+      {center.y, center.x, length1, length2, angle});
+}
+bool IVemROIPara::GetRect2(VemPoint* center, double* length1, double* length2,
+                           double* angle) const {
+  return Get(*this, VemROIRect2,
+             {F(&center->y), F(&center->x), D(length1), D(length2), D(angle)}) &&
+         *length1 > 0 && *length2 > 0;
 }
 
 void IVemROIPara::GenLine(VemPoint& p1, VemPoint& p2) {
-  Type = VemROINone;
-  DropShape(*this);
-  if (p1.x != p2.x || p1.y != p2.y) SetShape(*this, VemROILine, {p1.y, p1.x, p2.y, p2.x});
+  Set(*this, VemROILine, Differ(p1, p2), {p1.y, p1.x, p2.y, p2.x});
+}
+bool IVemROIPara::GetLine(VemPoint* p1, VemPoint* p2) const {
+  return Get(*this, VemROILine, {F(&p1->y), F(&p1->x), F(&p2->y), F(&p2->x)}) && Differ(*p1, *p2);
 }
 
 void IVemROIPara::GenEllipse(VemPoint& center, double radius1, double radius2, double angle) {
-  Type = VemROINone;
-  DropShape(*this);
-  if (radius1 > 0 && radius2 > 0) {
-    SetShape(*this, VemROIEllipse, {center.y, center.x, radius1, radius2, angle});
-  }
+  Set(*this, VemROIEllipse, radius1 > 0 && radius2 > 0,
+      {center.y, center.x, radius1, radius2, angle});
+}
+bool IVemROIPara::GetEllipse(VemPoint* center, double* radius1, double* radius2,
+                             double* angle) const {
+  return Get(*this, VemROIEllipse,
+             {F(&center->y), F(&center->x), D(radius1), D(radius2), D(angle)}) &&
+         *radius1 > 0 && *radius2 > 0;
 }
 
+// As of a ring, the reader refuses a sweep of 0.
 void IVemROIPara::GenArc(VemPoint& center, double radius, double startAngle, double sweepAngle) {
-  Type = VemROINone;
-  DropShape(*this);
-  if (radius > 0 && sweepAngle >= 0) {
-    SetShape(*this, VemROIArc, {center.y, center.x, radius, startAngle, sweepAngle});
-  }
+  Set(*this, VemROIArc, radius > 0 && sweepAngle >= 0,
+      {center.y, center.x, radius, startAngle, sweepAngle});
+}
+bool IVemROIPara::GetArc(VemPoint* center, double* radius, double* startAngle,
+                         double* sweepAngle) const {
+  return Get(*this, VemROIArc,
+             {F(&center->y), F(&center->x), D(radius), D(startAngle), D(sweepAngle)}) &&
+         *radius > 0 && *sweepAngle > 0;
 }
 
+// Arrays of numbers come back as they are, points rounded to float.
 void IVemROIPara::GenPolygon(VemVarArray& rows, VemVarArray& cols) {
   Type = VemROINone;
   DropShape(*this);
   const int count = cols.Length();
   if (count < 3 || count != rows.Length()) return;
   Type = VemROIPolygon;
-  for (int i = 0; i < count; ++i) {
-    Params.Append(rows[i].D());
-    Params.Append(cols[i].D());
+  for (int i = 0; i < count; ++i) stored::Append(Params, {rows[i].D(), cols[i].D()});
+}
+bool IVemROIPara::GetPolygon(VemVarArray* rows, VemVarArray* cols) const {
+  if (!Has(*this, VemROIPolygon)) return false;
+  rows->Clear();
+  cols->Clear();
+  for (int i = 0; i + 1 < Params.Length(); i += 2) {
+    rows->Append(Params[i].D());
+    cols->Append(Params[i + 1].D());
   }
+  return cols->Length() >= 3 && cols->Length() == rows->Length();
 }
 
 void IVemROIPara::GenPolygon(VemPointArray& points) { SetVertices(*this, VemROIPolygon, points); }
+bool IVemROIPara::GetPolygon(VemPointArray* points) const {
+  return GetVertices(*this, VemROIPolygon, points);
+}
+
 void IVemROIPara::GenIrregular(VemPointArray& points) {
   SetVertices(*this, VemROIIrregular, points);
+}
+bool IVemROIPara::GetIrregular(VemPointArray* points) const {
+  return GetVertices(*this, VemROIIrregular, points);
 }
 
 void IVemROIPara::GenMask(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns,
@@ -169,72 +197,6 @@ void IVemROIPara::GenMask(VemVarArray& rows, VemVarArray& firstColumns, VemVarAr
   FirstColumns = firstColumns;
   LastColumns = lastColumns;
   Type = VemROIMask;
-}
-
-// Stored x first, and read without a look at how much is stored.
-bool IVemROIPara::GetPoint(VemPoint* point) const {
-  if (Type != VemROIPoint) return false;
-  point->x = static_cast<double>(Params[0].F());
-  point->y = static_cast<double>(Params[1].F());
-  return true;
-}
-
-bool IVemROIPara::GetRect1(VemPoint* p1, VemPoint* p2) const {
-  return ReadPair(*this, VemROIRect1, p1, p2) && p1->x < p2->x && p1->y < p2->y;
-}
-
-bool IVemROIPara::GetCircle(VemPoint* center, double* radius) const {
-  return ReadCentred(*this, VemROICircle, center, {radius}) && *radius > 0;
-}
-
-bool IVemROIPara::GetTorus(VemPoint* center, double* innerRadius, double* outerRadius,
-                           double* startAngle, double* sweepAngle) const {
-  if (!ReadCentred(*this, VemROITorus, center,
-                   {innerRadius, outerRadius, startAngle, sweepAngle})) {
-    return false;
-  }
-  return *innerRadius > 0 && *outerRadius > *innerRadius && *sweepAngle > 0;
-}
-
-bool IVemROIPara::GetRect2(VemPoint* center, double* length1, double* length2,
-                           double* angle) const {
-  return ReadCentred(*this, VemROIRect2, center, {length1, length2, angle}) && *length1 > 0 &&
-         *length2 > 0;
-}
-
-bool IVemROIPara::GetLine(VemPoint* p1, VemPoint* p2) const {
-  return ReadPair(*this, VemROILine, p1, p2) && (p1->x != p2->x || p1->y != p2->y);
-}
-
-bool IVemROIPara::GetEllipse(VemPoint* center, double* radius1, double* radius2,
-                             double* angle) const {
-  return ReadCentred(*this, VemROIEllipse, center, {radius1, radius2, angle}) && *radius1 > 0 &&
-         *radius2 > 0;
-}
-
-bool IVemROIPara::GetArc(VemPoint* center, double* radius, double* startAngle,
-                         double* sweepAngle) const {
-  return ReadCentred(*this, VemROIArc, center, {radius, startAngle, sweepAngle}) && *radius > 0 &&
-         *sweepAngle > 0;
-}
-
-bool IVemROIPara::GetPolygon(VemVarArray* rows, VemVarArray* cols) const {
-  if (!Has(*this, VemROIPolygon)) return false;
-  rows->Clear();
-  cols->Clear();
-  for (int i = 0; i + 1 < Params.Length(); i += 2) {
-    rows->Append(Params[i].D());
-    cols->Append(Params[i + 1].D());
-  }
-  return cols->Length() >= 3 && cols->Length() == rows->Length();
-}
-
-bool IVemROIPara::GetPolygon(VemPointArray* points) const {
-  return ReadVertices(*this, VemROIPolygon, points);
-}
-
-bool IVemROIPara::GetIrregular(VemPointArray* points) const {
-  return ReadVertices(*this, VemROIIrregular, points);
 }
 
 void IVemROIPara::Reset() {

@@ -68,22 +68,14 @@ bool CircleOutlines(const VemVarArray& params, Contours& contours, Canvas& canva
 
 bool EllipseOutlines(const VemVarArray& params, Contours& contours, Canvas& canvas) {
   const EllipseBox ellipse(params);
-  if (ellipse.IsOutside()) return false;
-  const Canvas size = CanvasTo(ellipse.endColumn, ellipse.endRow);
+  if (ellipse.reach.IsOutside()) return false;
+  const Canvas size = ellipse.reach.ToCanvas();
   return Trace(size, contours, canvas, [&](RunSink& sink) {
     FillEllipse(ellipse.shape, cv::Size(size.width, size.height), sink);
   });
 }
 
 // A ring's radii stay fractions here, and the end angle is sampled.
-Contour SampleRing(double start, double end, double radius, int column, int row) {
-  Contour samples;
-  for (long i = TruncateToInt(start); static_cast<double>(i) <= end && i <= INT_MAX; ++i) {
-    samples.push_back(SampleCircle(static_cast<double>(i), radius, column, row));
-  }
-  return samples;
-}
-
 bool TorusOutlines(const VemVarArray& params, Contours& contours, Canvas& canvas) {
   const int column = TruncateToInt(params[1].D());
   const int row = TruncateToInt(params[0].D());
@@ -95,8 +87,9 @@ bool TorusOutlines(const VemVarArray& params, Contours& contours, Canvas& canvas
   if (0 > right || 0 > bottom) return false;
   canvas = {TruncateToInt(right + 1.0), TruncateToInt(bottom + 1.0)};
 
-  Contour inner = SampleRing(start, start + sweep, params[2].D(), column, row);
-  Contour outer = SampleRing(start, start + sweep, outerRadius, column, row);
+  const cv::Point center(column, row);
+  Contour inner = SampleDegrees(start, start + sweep, ArcEnd::kIncluded, params[2].D(), center);
+  Contour outer = SampleDegrees(start, start + sweep, ArcEnd::kIncluded, outerRadius, center);
   const bool whole = !(static_cast<double>(TruncateToInt(sweep) % 360) > 0.05);
   if (whole) {
     contours.push_back(std::move(inner));
@@ -111,18 +104,18 @@ bool TorusOutlines(const VemVarArray& params, Contours& contours, Canvas& canvas
 
 bool VerticesOutline(const VemVarArray& params, Contours& contours, Canvas& canvas) {
   ClosedVertices vertices(params);
-  if (vertices.IsOutside()) return false;
+  if (vertices.reach.IsOutside()) return false;
   contours.push_back(std::move(vertices.points));
-  canvas = CanvasTo(vertices.endColumn, vertices.endRow);
+  canvas = vertices.reach.ToCanvas();
   return true;
 }
 
 bool Rect2Outline(const VemVarArray& params, Contours& contours, Canvas& canvas) {
   const RotatedCorners r(params);
-  if (r.IsOutside()) return false;
+  if (r.reach.IsOutside()) return false;
   contours = {Contour(r.corners.begin(), r.corners.end())};
   contours[0].push_back(r.corners[0]);
-  canvas = CanvasTo(r.endColumn, r.endRow);
+  canvas = r.reach.ToCanvas();
   return true;
 }
 

@@ -7,19 +7,13 @@
 
 #include <opencv2/core.hpp>
 
+#include "masks/Canvas.h"
 #include "masks/ContourFill.h"
 #include "masks/MaskCoder.h"
 #include "masks/RunTriple.h"
 #include "masks/TripleWriter.h"
 
 namespace {
-
-cv::Mat EmptyRaster(int width, int height) {
-  cv::Mat raster;
-  raster.create(height, width, CV_8UC1);
-  raster.setTo(0);
-  return raster;
-}
 
 // Clips the run on all four sides.
 void PaintRun(cv::Mat& raster, const Run& run) {

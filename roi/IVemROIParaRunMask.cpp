@@ -98,7 +98,7 @@ std::array<float, 4> Crossings(const std::array<EdgeLine, 4>& lines, float row) 
 void UprightRect2Runs(const RotatedCorners& r, RunTriple& runs) {
   const int firstColumn = std::max(std::min(r.top.x, r.left.x), 0);
   const int lastColumn = std::max(r.top.x, r.left.x);
-  for (int row = std::max(r.top.y, 0); row < r.endRow; ++row) {
+  for (int row = std::max(r.top.y, 0); row < r.reach.endRow; ++row) {
     runs.Append(row, firstColumn, lastColumn);
   }
 }
@@ -107,7 +107,7 @@ void UprightRect2Runs(const RotatedCorners& r, RunTriple& runs) {
 void TiltedRect2Runs(const RotatedCorners& r, RunTriple& runs) {
   const std::array<EdgeLine, 4> lines = {EdgeLine(r.top, r.right), EdgeLine(r.left, r.bottom),
                                          EdgeLine(r.left, r.top), EdgeLine(r.right, r.bottom)};
-  for (int row = std::max(r.top.y, 0); row < r.endRow; ++row) {
+  for (int row = std::max(r.top.y, 0); row < r.reach.endRow; ++row) {
     const std::array<float, 4> x = Crossings(lines, ToFloat(row));
     runs.Append(row, std::max(TruncateToInt(ToDouble(x[1]) + 0.45), 0),
                 TruncateToInt(ToDouble(x[2]) + 0.45));
@@ -116,14 +116,14 @@ void TiltedRect2Runs(const RotatedCorners& r, RunTriple& runs) {
 
 bool Rect2Runs(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   const RotatedCorners r(params);
-  if (r.IsOutside()) return false;
-  runs.Reserve(Count(std::max(r.top.y, 0), r.endRow));
+  if (r.reach.IsOutside()) return false;
+  runs.Reserve(Count(std::max(r.top.y, 0), r.reach.endRow));
   if (TruncateToInt(r.angle) % 90 == 0) {
     UprightRect2Runs(r, runs);
   } else {
     TiltedRect2Runs(r, runs);
   }
-  canvas = CanvasTo(r.endColumn, r.endRow);
+  canvas = r.reach.ToCanvas();
   return true;
 }
 
@@ -213,14 +213,14 @@ void AppendEllipseRows(const Foci& f, int firstRow, int endRow, int largestColum
 
 bool EllipseRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   const EllipseBox ellipse(params);
-  if (ellipse.IsOutside()) return false;
-  canvas = CanvasTo(ellipse.endColumn, ellipse.endRow);
+  if (ellipse.reach.IsOutside()) return false;
+  canvas = ellipse.reach.ToCanvas();
 
   // The rows start one height above the box and end one row early; those that miss the ellipse have
   // no crossing.
   const cv::Rect& box = ellipse.bounds;
   const int firstRow = std::max(WrapAdd(WrapSubtract(box.y, box.height), 1), 0);
-  const int endRow = ellipse.endRow - 1;
+  const int endRow = ellipse.reach.endRow - 1;
   runs.Reserve(Count(std::max(firstRow, box.y), endRow));
   AppendEllipseRows(Foci(ellipse), firstRow, endRow, canvas.width, runs);
   return true;
@@ -244,9 +244,9 @@ bool ArcRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
 
 bool IrregularRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   const ClosedVertices vertices(params);
-  if (vertices.IsOutside()) return false;
+  if (vertices.reach.IsOutside()) return false;
   AppendPixels(vertices.points, runs);
-  canvas = CanvasTo(vertices.endColumn, vertices.endRow);
+  canvas = vertices.reach.ToCanvas();
   return true;
 }
 
@@ -274,8 +274,8 @@ class Placer final : public RunSink {
 // A polygon is filled in the box around it, one row and one column larger.
 bool PolygonRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   ClosedVertices vertices(params);
-  if (vertices.IsOutside()) return false;
-  canvas = CanvasTo(vertices.endColumn, vertices.endRow);
+  if (vertices.reach.IsOutside()) return false;
+  canvas = vertices.reach.ToCanvas();
   const cv::Rect& bounds = vertices.bounds;
   for (cv::Point& p : vertices.points) {
     p = cv::Point(WrapSubtract(p.x, bounds.x), WrapSubtract(p.y, bounds.y));

@@ -43,11 +43,14 @@ RotatedCorners::RotatedCorners(const VemVarArray& params) : angle(params[4].F())
     if (p.y > bottom.y) bottom = p;
     if (p.x > right.x) right = p;
   }
-  endRow = WrapAdd(bottom.y, 1);
-  endColumn = WrapAdd(right.x, 1);
+  reach = {WrapAdd(right.x, 1), WrapAdd(bottom.y, 1)};
 }
 
 namespace {
+
+Reach ReachOf(const cv::Rect& bounds) {
+  return {WrapAdd(bounds.x, bounds.width), WrapAdd(bounds.y, bounds.height)};
+}
 
 int FloorToInt(float value) {
   const int whole = TruncateToInt(value);
@@ -88,13 +91,27 @@ EllipseBox::EllipseBox(const VemVarArray& params)
       angle(params[4].F()),
       shape(cv::Point2f(ToFloat(column), ToFloat(row)), cv::Size2f(a + a, b + b), -angle),
       bounds(BoxAround(shape)),
-      endRow(WrapAdd(bounds.y, bounds.height)),
-      endColumn(WrapAdd(bounds.x, bounds.width)) {}
+      reach(ReachOf(bounds)) {}
 
-cv::Point SampleCircle(double degrees, double radius, int column, int row) {
+namespace {
+
+cv::Point SampleCircle(double degrees, double radius, const cv::Point& center) {
   const double t = degrees * 3.14 / 180.0;
-  return cv::Point(TruncateToInt(std::cos(t) * radius + column),
-                   TruncateToInt(std::sin(-t) * radius + row));
+  return cv::Point(TruncateToInt(std::cos(t) * radius + center.x),
+                   TruncateToInt(std::sin(-t) * radius + center.y));
+}
+
+}  // namespace
+
+std::vector<cv::Point> SampleDegrees(double start, double end, ArcEnd arcEnd, double radius,
+                                     const cv::Point& center) {
+  std::vector<cv::Point> samples;
+  for (long i = TruncateToInt(start); i <= INT_MAX; ++i) {
+    const double degrees = static_cast<double>(i);
+    if (!(arcEnd == ArcEnd::kIncluded ? degrees <= end : degrees < end)) break;
+    samples.push_back(SampleCircle(degrees, radius, center));
+  }
+  return samples;
 }
 
 // The list closes on the arc's start, unrounded, not on its end.
@@ -108,11 +125,9 @@ ArcSamples::ArcSamples(const VemVarArray& params) {
   canvas = {TruncateToInt(right + 1.0), TruncateToInt(bottom + 1.0)};
   outside = 0 > right || 0 > bottom;
   if (outside) return;
-  const double end = params[4].D() + start;
-  for (long i = TruncateToInt(start); end > static_cast<double>(i) && i <= INT_MAX; ++i) {
-    points.push_back(SampleCircle(static_cast<double>(i), radius, column, row));
-  }
-  points.push_back(SampleCircle(start, radius, column, row));
+  const cv::Point center(column, row);
+  points = SampleDegrees(start, params[4].D() + start, ArcEnd::kExcluded, radius, center);
+  points.push_back(SampleCircle(start, radius, center));
 }
 
 namespace {
@@ -142,6 +157,5 @@ ClosedVertices::ClosedVertices(const VemVarArray& params) {
   }
   points.emplace_back(params[1].I(), params[0].I());
   bounds = BoxAround(points);
-  endRow = WrapAdd(bounds.y, bounds.height);
-  endColumn = WrapAdd(bounds.x, bounds.width);
+  reach = ReachOf(bounds);
 }

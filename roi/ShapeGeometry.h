@@ -28,6 +28,15 @@ struct Canvas {
 /// The canvas up to a largest column and a largest row, both included.
 inline Canvas CanvasTo(int column, int row) { return {WrapAdd(column, 1), WrapAdd(row, 1)}; }
 
+/// How far a shape reaches: one past its last column and row.
+struct Reach {
+  bool IsOutside() const { return endColumn < 0 || endRow < 0; }
+  Canvas ToCanvas() const { return CanvasTo(endColumn, endRow); }
+
+  int endColumn;
+  int endRow;
+};
+
 /// The two points of a rectangle or a line as whole numbers.
 struct PointPair {
   explicit PointPair(const VemVarArray& params);
@@ -44,23 +53,18 @@ struct PointPair {
 struct RotatedCorners {
   explicit RotatedCorners(const VemVarArray& params);
 
-  bool IsOutside() const { return endRow < 0 || endColumn < 0; }
-
   float angle;
   std::array<cv::Point, 4> corners;
   cv::Point top;
   cv::Point left;
   cv::Point bottom;
   cv::Point right;
-  int endRow;     ///< One past the last row.
-  int endColumn;  ///< One past the last column.
+  Reach reach;
 };
 
 /// An ellipse with its numbers as far as they are rounded, and the box around it.
 struct EllipseBox {
   explicit EllipseBox(const VemVarArray& params);
-
-  bool IsOutside() const { return endRow < 0 || endColumn < 0; }
 
   int column;
   int row;
@@ -69,8 +73,7 @@ struct EllipseBox {
   float angle;
   cv::RotatedRect shape;
   cv::Rect bounds;
-  int endRow;     ///< One past the last row.
-  int endColumn;  ///< One past the last column.
+  Reach reach;
 };
 
 /// The samples of an arc, one for each degree and the start once more at the end.
@@ -82,20 +85,22 @@ struct ArcSamples {
   std::vector<cv::Point> points;
 };
 
-/// A point on a circle, at an angle in degrees, truncated to whole numbers.
-cv::Point SampleCircle(double degrees, double radius, int column, int row);
+/// Which of an arc's whole degrees are sampled: those before its end, or its end too.
+enum class ArcEnd { kExcluded, kIncluded };
+
+/// Samples a circle about a pixel at each whole degree from `start`, truncated, to `end`, and
+/// truncates the points to whole numbers.
+std::vector<cv::Point> SampleDegrees(double start, double end, ArcEnd arcEnd, double radius,
+                                     const cv::Point& center);
 
 /// The vertices of a polygon or an irregular shape as whole numbers, the first one again at the
 /// end.
 struct ClosedVertices {
   explicit ClosedVertices(const VemVarArray& params);
 
-  bool IsOutside() const { return endRow < 0 || endColumn < 0; }
-
   std::vector<cv::Point> points;
   cv::Rect bounds;
-  int endRow;     ///< One past the last row.
-  int endColumn;  ///< One past the last column.
+  Reach reach;
 };
 
 /// What a table that is ordered by shape types holds for a type; null beyond its end.
