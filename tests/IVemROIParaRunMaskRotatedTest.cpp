@@ -205,6 +205,22 @@ TEST(IVemROIParaRunMaskRotated, EllipseRoundsEachStepByItself) {
       });
 }
 
+// The box around the ellipse ends next to a whole number; with a product and a difference rounded
+// at once, it would be a column wider.
+TEST(IVemROIParaRunMaskRotated, EllipseBoxRoundsEachStepByItself) {
+  const struct {
+    Doubles params;
+    int width;
+    int height;
+  } kCases[] = {
+      {{0, 29, 8, 58, 57}, 84, 41}, {{-19, 27, 8, 58, 57}, 82, 22}, {{-34, 25, 58, 8, 33}, 80, 7}};
+  for (const auto& c : kCases) {
+    const RunMask mask = MaskOf(VemROIEllipse, c.params);
+    EXPECT_EQ(mask.width, c.width) << ::testing::PrintToString(c.params);
+    EXPECT_EQ(mask.height, c.height) << ::testing::PrintToString(c.params);
+  }
+}
+
 // Foci so far apart that the last digits of pi move them.
 TEST(IVemROIParaRunMaskRotated, LongEllipseMatchesReference) {
   Dice random(77);

@@ -49,6 +49,13 @@ TEST(IVemROIParaRunMaskRound, ArcIsSampledUpToTheGreatestInteger) {
   EXPECT_EQ(MaskOf(VemROIArc, {10, 10, 5, 2147483640, 8}), Made(runs, 16, 16));
 }
 
+// The cosine of 16 degrees times the radius lies 1e-7 short of a whole number and is rounded up to
+// it before the column is added.
+TEST(IVemROIParaRunMaskRound, ArcRoundsEachStepByItself) {
+  EXPECT_EQ(MaskOf(VemROIArc, {700000000, -1660239873, 2526454907.0, 16, 0}).runs,
+            (Runs{{3958469, 768443018, 768443018}}));
+}
+
 TEST(IVemROIParaRunMaskRound, ArcMatchesReference) {
   ExpectReferenceAtRandom(VemROIArc, 4000, [](Dice& r) {
     const double y = r.Anywhere();
