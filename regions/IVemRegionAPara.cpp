@@ -44,7 +44,7 @@ void InsertAt(std::vector<T>& list, int position, T item) {
 
 // A bad position has no meaning here either.
 void Assign(std::vector<std::vector<int>>& list, int position, std::vector<int> item) {
-  if (typed_array::InRange(list, position)) list[static_cast<std::size_t>(position)].swap(item);
+  if (typed_array::InRange(list, position)) typed_array::At(list, position).swap(item);
 }
 
 template <typename T>
@@ -55,7 +55,7 @@ bool HasBoth(const std::vector<T>& list, int a, int b) {
 template <typename T>
 void Exchange(std::vector<T>& list, int a, int b) {
   if (HasBoth(list, a, b)) {
-    std::swap(list[static_cast<std::size_t>(a)], list[static_cast<std::size_t>(b)]);
+    std::swap(typed_array::At(list, a), typed_array::At(list, b));
   }
 }
 

@@ -60,7 +60,7 @@ void VemROIArray::Insert(int index, VemROI& value) {
 void VemROIArray::Remove(int index) { typed_array::Remove(*store_, index); }
 void VemROIArray::Replace(int index, VemROI& value) {
   if (!typed_array::InRange(*store_, index)) return;
-  (*store_)[static_cast<std::size_t>(index)] = Flatten(*value.impl_);
+  typed_array::At(*store_, index) = Flatten(*value.impl_);
 }
 void VemROIArray::Swap(int i, int j) { typed_array::Swap(*store_, i, j); }
 void VemROIArray::Clear() { typed_array::Clear(*store_); }
@@ -69,13 +69,13 @@ int VemROIArray::Length() const { return typed_array::Length(*store_); }
 
 void VemROIArray::Select(int index, VemROI* out) const {
   if (!typed_array::InRange(*store_, index)) return;
-  Unflatten((*store_)[static_cast<std::size_t>(index)], *out->impl_);
+  Unflatten(typed_array::At(*store_, index), *out->impl_);
 }
 
 VemROI VemROIArray::operator[](int index) const {
   VemROI roi;
   if (!typed_array::InRange(*store_, index)) return roi;
-  const IVemROIArrayPara& record = (*store_)[static_cast<std::size_t>(index)];
+  const IVemROIArrayPara& record = typed_array::At(*store_, index);
   Unflatten(record, *roi.impl_);
   if (record.IsMask()) CopyRuns(record, *roi.impl_);
   return roi;
