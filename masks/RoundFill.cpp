@@ -207,7 +207,7 @@ void FillCircle(const cv::Point& center, int radius, const cv::Size& canvas, Run
     const std::int64_t first = std::max<std::int64_t>(center.x - half, 0);
     const std::int64_t last = std::min<std::int64_t>(center.x + half, canvas.width - 1);
     if (first > last) continue;
-    const Run run = {static_cast<int>(row), static_cast<int>(first), static_cast<int>(last)};
+    Run run = {static_cast<int>(row), static_cast<int>(first), static_cast<int>(last)};
     sink.AddRow(&run, &run + 1);
   }
 }

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-void RunPainter::AddRow(const Run* first, const Run* end) {
+void RunPainter::AddRow(Run* first, Run* end) {
   unsigned char* const pixels = raster_.ptr(first->Row);
   for (const Run* run = first; run != end; ++run) {
     const int length = run->LastColumn - run->FirstColumn + 1;

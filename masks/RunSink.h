@@ -11,8 +11,8 @@
 /// which no two touch. A row without runs is left out.
 class RunSink {
  public:
-  /// The runs of one row, `first` to the one before `end`; at least one.
-  virtual void AddRow(const Run* first, const Run* end) = 0;
+  /// The runs of one row, `first` to the one before `end`; at least one. The sink may change them.
+  virtual void AddRow(Run* first, Run* end) = 0;
 
  protected:
   ~RunSink() = default;
@@ -22,7 +22,7 @@ class RunSink {
 class RunLister final : public RunSink {
  public:
   explicit RunLister(std::vector<Run>& runs) : runs_(runs) {}
-  void AddRow(const Run* first, const Run* end) override {
+  void AddRow(Run* first, Run* end) override {
     for (const Run* run = first; run != end; ++run) runs_.push_back(*run);
   }
 
@@ -34,7 +34,7 @@ class RunLister final : public RunSink {
 class RunPainter final : public RunSink {
  public:
   explicit RunPainter(cv::Mat& raster) : raster_(raster) {}
-  void AddRow(const Run* first, const Run* end) override;
+  void AddRow(Run* first, Run* end) override;
 
  private:
   cv::Mat& raster_;

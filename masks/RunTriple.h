@@ -52,10 +52,12 @@ class RunTriple {
     var_store::AppendInteger(lasts_, last);
   }
 
-  void Append(const std::vector<Run>& runs) {
-    MakeRoom(runs.size());
-    var_store::AppendRuns(rows_, firsts_, lasts_, runs);
+  void Append(const Run* begin, const Run* end) {
+    MakeRoom(static_cast<std::size_t>(end - begin));
+    var_store::AppendRuns(rows_, firsts_, lasts_, begin, end);
   }
+
+  void Append(const std::vector<Run>& runs) { Append(runs.data(), runs.data() + runs.size()); }
 
   /// Appends as many runs as there are rows; a column that a list is too short for is 0.
   void Append(const std::vector<int>& rows, const std::vector<int>& firsts,
@@ -68,9 +70,9 @@ class RunTriple {
 
  private:
   void MakeRoom(std::size_t added) {
-    var_store::MakeRoom(rows_, added);
-    var_store::MakeRoom(firsts_, added);
-    var_store::MakeRoom(lasts_, added);
+    if (var_store::Room(rows_) < added) var_store::MakeRoom(rows_, added);
+    if (var_store::Room(firsts_) < added) var_store::MakeRoom(firsts_, added);
+    if (var_store::Room(lasts_) < added) var_store::MakeRoom(lasts_, added);
   }
 
   VemVarStore& rows_;

@@ -9,11 +9,7 @@ class TripleWriter final : public RunSink {
  public:
   explicit TripleWriter(RunTriple& runs) : runs_(runs) {}
 
-  void AddRow(const Run* first, const Run* end) override {
-    for (const Run* run = first; run != end; ++run) {
-      runs_.Append(run->Row, run->FirstColumn, run->LastColumn);
-    }
-  }
+  void AddRow(Run* first, Run* end) override { runs_.Append(first, end); }
 
  private:
   RunTriple& runs_;

@@ -250,15 +250,15 @@ void AppendIntegers(VemVarStore& store, const std::vector<int>& list, std::size_
   for (; i < count; ++i) new (target + i) VemVar(0);
 }
 
-void AppendRuns(VemVarStore& rows, VemVarStore& firsts, VemVarStore& lasts,
-                const std::vector<Run>& runs) {
+void AppendRuns(VemVarStore& rows, VemVarStore& firsts, VemVarStore& lasts, const Run* begin,
+                const Run* end) {
   static_assert(sizeof(Run) == 12, "three integers, and a fourth is the next run's");
-  if (runs.empty()) return;
+  if (begin == end) return;
   VemVar* row = rows.Last;
   VemVar* first = firsts.Last;
   VemVar* last = lasts.Last;
-  const Run& final = runs.back();
-  for (const Run* run = runs.data(); run != &final; ++run) {
+  const Run& final = end[-1];
+  for (const Run* run = begin; run != &final; ++run) {
     const __m128i values = _mm_loadu_si128(reinterpret_cast<const __m128i*>(run));
     WritePair(FrontPair(values), row++, first++);
     _mm_store_si128(Words(last++), _mm_unpacklo_epi64(_mm_setzero_si128(), BackPair(values)));

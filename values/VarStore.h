@@ -17,6 +17,11 @@ inline std::size_t Count(const VemVarStore& store) {
   return static_cast<std::size_t>(store.Last - store.First);
 }
 
+/// How many more elements there is room for.
+inline std::size_t Room(const VemVarStore& store) {
+  return static_cast<std::size_t>(store.Limit - store.Last);
+}
+
 /// Makes room for `count` elements in all, and no more.
 void Reserve(VemVarStore& store, std::size_t count);
 
@@ -64,8 +69,8 @@ inline void AppendInteger(VemVarStore& store, int value) {
 void AppendIntegers(VemVarStore& store, const std::vector<int>& list, std::size_t count);
 
 /// Appends the parts of runs to a store each, in which there must be room.
-void AppendRuns(VemVarStore& rows, VemVarStore& firsts, VemVarStore& lasts,
-                const std::vector<Run>& runs);
+void AppendRuns(VemVarStore& rows, VemVarStore& firsts, VemVarStore& lasts, const Run* begin,
+                const Run* end);
 
 }  // namespace var_store
 
