@@ -1,8 +1,8 @@
 #include "IVemROIPara.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
+
+#include <gtest/gtest.h>
 
 #include "support/RoiRasters.h"
 

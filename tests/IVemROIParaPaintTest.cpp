@@ -1,14 +1,14 @@
 #include "IVemROIPara.h"
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <climits>
 #include <cmath>
 #include <functional>
-#include <opencv2/imgproc.hpp>
 #include <random>
 #include <string>
+
+#include <gtest/gtest.h>
+#include <opencv2/imgproc.hpp>
 
 #include "support/FillReference.h"
 #include "support/RoiRasters.h"

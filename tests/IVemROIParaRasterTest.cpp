@@ -1,10 +1,10 @@
 #include "IVemROIPara.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
-#include <opencv2/imgproc.hpp>
 #include <random>
+
+#include <gtest/gtest.h>
+#include <opencv2/imgproc.hpp>
 
 #include "support/RoiRasters.h"
 

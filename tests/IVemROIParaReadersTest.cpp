@@ -1,10 +1,10 @@
 #include "IVemROIPara.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "support/RoiShapes.h"
 

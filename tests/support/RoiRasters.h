@@ -1,9 +1,10 @@
 #ifndef TESTS_SUPPORT_ROI_RASTERS_H_
 #define TESTS_SUPPORT_ROI_RASTERS_H_
 
-#include <opencv2/core.hpp>
 #include <random>
 #include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "IVemROIPara.h"
 #include "VemROI.h"

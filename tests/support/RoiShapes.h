@@ -1,13 +1,13 @@
 #ifndef TESTS_SUPPORT_ROI_SHAPES_H_
 #define TESTS_SUPPORT_ROI_SHAPES_H_
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <functional>
 #include <random>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "IVemROIPara.h"
 #include "VemPointArray.h"
