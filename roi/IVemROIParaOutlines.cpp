@@ -176,8 +176,12 @@ bool IVemROIPara::GetMask(VemContourArray* contours, int* width, int* height) {
   Canvas canvas = {0, 0};
   const bool reachesIn =
       Type == VemROIMask ? MaskOutlines(*this, found, canvas) : shape(Params, found, canvas);
+  if (reachesIn) {
+    std::vector<std::vector<cv::Point2d>> widened;
+    VectorI2D(std::move(found), widened);
+    contours->store_->swap(widened);
+  }
   *width = reachesIn ? canvas.width : 0;
   *height = reachesIn ? canvas.height : 0;
-  if (reachesIn) VectorI2D(std::move(found), *contours->store_);
   return reachesIn;
 }

@@ -101,7 +101,9 @@ void IVemROIPara::MatToMask(cv::Mat& raster, VemVarArray* rows, VemVarArray* fir
 }
 
 void IVemROIPara::MatToMask(cv::Mat& raster, VemContourArray* contours, int* width, int* height) {
-  VectorI2D(TraceClosed(raster), *contours->store_);
+  std::vector<std::vector<cv::Point2d>> traced;
+  VectorI2D(TraceClosed(raster), traced);
+  contours->store_->swap(traced);
   *width = raster.cols;
   *height = raster.rows;
 }

@@ -8,6 +8,7 @@ namespace {
 
 thread_local long taken = 0;
 thread_local long given = 0;
+thread_local long left = -1;  // Blocks until `new` fails; negative while it does not.
 
 }  // namespace
 
@@ -16,9 +17,14 @@ HeapCounter::HeapCounter() : taken_(taken), given_(given) {}
 long HeapCounter::Taken() const { return taken - taken_; }
 long HeapCounter::Kept() const { return Taken() - (given - given_); }
 
+HeapFailure::HeapFailure(long blocks) { left = blocks; }
+HeapFailure::~HeapFailure() { left = -1; }
+
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 
 void* operator new(std::size_t size) {
+  if (left == 0) throw std::bad_alloc();
+  if (left > 0) --left;
   void* const block = std::malloc(size == 0 ? 1 : size);
   if (block == nullptr) throw std::bad_alloc();
   ++taken;

@@ -21,4 +21,14 @@ class HeapCounter {
   long given_;
 };
 
+/// While it lives, `new` gives this thread a number of blocks, the library's included, and then
+/// fails. Under a sanitizer nothing fails.
+class HeapFailure {
+ public:
+  explicit HeapFailure(long blocks);
+  ~HeapFailure();
+  HeapFailure(const HeapFailure&) = delete;
+  HeapFailure& operator=(const HeapFailure&) = delete;
+};
+
 #endif  // TESTS_SUPPORT_HEAP_COUNTER_H_

@@ -1,0 +1,108 @@
+#include "IVemROIPara.h"
+
+#include <new>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/HeapCounter.h"
+#include "support/RoiShapes.h"
+
+// What a shape and its masks are where memory runs out, block by block.
+
+namespace {
+
+struct ShapeCase {
+  const char* name;
+  VemROIType type;
+  Doubles params;
+};
+
+const ShapeCase kShapeCases[] = {
+    {"Rect1", VemROIRect1, {2, 3, 40, 50}},
+    {"Circle", VemROICircle, {30, 40, 25}},
+    {"Ring", VemROITorus, {60, 70, 20, 50, 10, 360}},
+    {"Sector", VemROITorus, {60, 70, 20, 50, 10, 100}},
+    {"Polygon", VemROIPolygon, {0, 0, 5, 90, 80, 60, 20, 10}},
+    {"WidePolygon", VemROIPolygon, {0, 0, 5, 9000, 80, 6000, 20, 10}},
+    {"Irregular", VemROIIrregular, {0, 0, 5, 90, 80, 60}},
+    {"Rect2", VemROIRect2, {50, 60, 40, 30, 33}},
+    {"Line", VemROILine, {3, 4, 90, 20}},
+    {"Ellipse", VemROIEllipse, {60, 70, 40, 30, 20}},
+    {"Arc", VemROIArc, {60, 70, 40, 20, 200}},
+};
+
+// Calls `act` with one block more each time, until it has enough. Returns how often it failed.
+template <typename Act, typename Check>
+int FailAtEachBlock(Act act, Check check) {
+  for (int blocks = 0;; ++blocks) {
+    try {
+      const HeapFailure failure(blocks);
+      act();
+      return blocks;
+    } catch (const std::bad_alloc&) {
+      check();
+    }
+  }
+}
+
+class IVemROIParaFailure : public testing::TestWithParam<ShapeCase> {
+ protected:
+  void SetUp() override {
+    if (!HeapCounter::kCounts) GTEST_SKIP() << "the sanitizer has its own new";
+    MakeShape(para_, GetParam().type, GetParam().params);
+  }
+
+  IVemROIPara para_;
+};
+
+TEST_P(IVemROIParaFailure, RunMasksLeaveEmptyArraysAndTheCanvas) {
+  VemVarArray rows;
+  VemVarArray firstColumns;
+  VemVarArray lastColumns;
+  int width = kWidthBefore;
+  int height = kHeightBefore;
+  const int failures =
+      FailAtEachBlock([&] { para_.GetMask(&rows, &firstColumns, &lastColumns, &width, &height); },
+                      [&] {
+                        EXPECT_EQ(rows.Length(), 0);
+                        EXPECT_EQ(firstColumns.Length(), 0);
+                        EXPECT_EQ(lastColumns.Length(), 0);
+                        EXPECT_EQ(width, kWidthBefore);
+                        EXPECT_EQ(height, kHeightBefore);
+                      });
+  EXPECT_GE(failures, 2);  // Room that one attempt has made, the next need not ask for.
+  EXPECT_EQ(RunsOf(rows, firstColumns, lastColumns),
+            MaskOf(GetParam().type, GetParam().params).runs);
+}
+
+TEST_P(IVemROIParaFailure, OutlinesLeaveAnEmptyArray) {
+  VemContourArray contours;
+  int width = kWidthBefore;
+  int height = kHeightBefore;
+  const int failures = FailAtEachBlock([&] { para_.GetMask(&contours, &width, &height); },
+                                       [&] { EXPECT_EQ(contours.Length(), 0); });
+  EXPECT_GE(failures, 2);
+  EXPECT_GE(contours.Length(), 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Shapes, IVemROIParaFailure, testing::ValuesIn(kShapeCases),
+                         [](const auto& shape) { return shape.param.name; });
+
+TEST(IVemROIParaFailureOfMasks, MasksFromContoursLeaveNoShape) {
+  if (!HeapCounter::kCounts) GTEST_SKIP() << "the sanitizer has its own new";
+  VemContourArray contours = ContoursOf({{{0, 0}, {30, 0}, {20, 25}, {3, 18}}});
+  IVemROIPara para;
+  const int failures = FailAtEachBlock([&] { para.GenMask(contours, 40, 40); },
+                                       [&] {
+                                         EXPECT_EQ(para.Type, VemROINone);
+                                         EXPECT_EQ(para.Rows.Length(), 0);
+                                         EXPECT_EQ(para.FirstColumns.Length(), 0);
+                                         EXPECT_EQ(para.LastColumns.Length(), 0);
+                                       });
+  EXPECT_GE(failures, 3);
+  EXPECT_EQ(para.Type, VemROIMask);
+  EXPECT_GE(para.Rows.Length(), 20);
+}
+
+}  // namespace
