@@ -40,9 +40,9 @@ struct FillContours {
 /// Fills closed contours: the pixels on their borders and those between them, even-odd over all
 /// contours together. Integers alone decide, so the pixels are the same on every machine.
 ///
-/// Borders. Each edge, the one from the last vertex to the first included, is clipped to the
-/// canvas and drawn as an 8-connected line from left to right; where
-/// two pixels are equally near, the line stays in its row (or column, if steep) for longer.
+/// Borders. Each edge, the one from the last vertex to the first included, is clipped to the canvas
+/// and drawn as an 8-connected line from left to right; where two pixels are equally near, the line
+/// stays in its row, or if steep in its column, for longer.
 ///
 /// Inside. An edge that is not level crosses the rows from its upper end to the one before its
 /// lower end. It starts at the upper end and advances by `(dx << 16) / dy`, truncated, in units of
