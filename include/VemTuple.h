@@ -42,6 +42,9 @@ class VEM_EXPORT VemVarArray {
 
   /// Adds a copy at the end, in amortised constant time.
   void Append(const VemVar& value);
+  /// Adds the value itself at the end, so that the text of a temporary is not copied again.
+  /// Afterwards `value` is nothing, also where memory runs out.
+  void Append(VemVar&& value);
   /// Inserts a copy before the element at `index`, which must be in range: Length() is not, so
   /// nothing is ever added at the end, nor to an empty array.
   void Insert(int index, const VemVar& value);
@@ -94,13 +97,23 @@ class VEM_EXPORT VemVarArray {
   VemVarStore* store_;
 };
 
-// Without room the copy is made first: the value may be an element of the block that is left.
+// Without room the value is copied or taken first: it may be an element of the block that is left.
+// And only that copy's address is told, so that the value itself may stay in registers.
 VEM_INLINE void VemVarArray::Append(const VemVar& value) {
   if (store_->Last == store_->Limit) {
     VemVar copy(value);
     return Take(copy);
   }
   new (store_->Last) VemVar(value);
+  ++store_->Last;
+}
+
+VEM_INLINE void VemVarArray::Append(VemVar&& value) {
+  if (store_->Last == store_->Limit) {
+    VemVar taken(VemVar::Taken{value});
+    return Take(taken);
+  }
+  new (store_->Last) VemVar(VemVar::Taken{value});
   ++store_->Last;
 }
 

@@ -112,6 +112,15 @@ class VEM_EXPORT VemVar {
   };
   explicit VemVar(OwnBlock block) : type_(VemVarString), value_(0L) { value_.s = block.bytes; }
 
+  friend class VemVarArray;
+  struct Taken {
+    VemVar& value;
+  };
+  explicit VemVar(Taken from) : type_(from.value.type_), value_(from.value.value_) {
+    from.value.type_ = VemVarNone;
+    from.value.value_.l = 0;
+  }
+
   // Pure, so that a loop over values keeps what it has read when it calls them.
   double ConvertToDouble() const __attribute__((pure));
   long ConvertToLong() const __attribute__((pure));

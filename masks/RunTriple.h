@@ -32,12 +32,13 @@ class RunTriple {
   int LargestRow() const { return var_store::LargestInteger(rows_); }
   int LargestColumn() const { return var_store::LargestInteger(lasts_); }
 
-  /// Empties the arrays; their storage is kept for the runs to come.
-  void Clear() {
-    var_store::Truncate(rows_, rows_.First);
-    var_store::Truncate(firsts_, firsts_.First);
-    var_store::Truncate(lasts_, lasts_.First);
+  /// Drops the runs behind the first `count`; the arrays' storage is kept for runs to come.
+  void Truncate(std::size_t count) {
+    var_store::Truncate(rows_, count);
+    var_store::Truncate(firsts_, count);
+    var_store::Truncate(lasts_, count);
   }
+  void Clear() { Truncate(0); }
 
   /// Makes room for `count` runs in all.
   void Reserve(std::size_t count) {
@@ -59,13 +60,13 @@ class RunTriple {
 
   void Append(const std::vector<Run>& runs) { Append(runs.data(), runs.data() + runs.size()); }
 
-  /// Appends as many runs as there are rows; a column that a list is too short for is 0.
-  void Append(const std::vector<int>& rows, const std::vector<int>& firsts,
-              const std::vector<int>& lasts) {
-    MakeRoom(rows.size());
-    var_store::AppendIntegers(rows_, rows, rows.size());
-    var_store::AppendIntegers(firsts_, firsts, rows.size());
-    var_store::AppendIntegers(lasts_, lasts, rows.size());
+  /// Writes as many runs as there are rows, from the one at `position` on, which is there or the
+  /// next to come; a column that a list is too short for is 0. There must be room for them.
+  void Write(std::size_t position, const std::vector<int>& rows, const std::vector<int>& firsts,
+             const std::vector<int>& lasts) {
+    var_store::WriteIntegers(rows_, position, rows, rows.size());
+    var_store::WriteIntegers(firsts_, position, firsts, rows.size());
+    var_store::WriteIntegers(lasts_, position, lasts, rows.size());
   }
 
  private:

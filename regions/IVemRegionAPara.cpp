@@ -65,17 +65,20 @@ int Largest(const std::vector<int>& values) {
   return largest;
 }
 
-void AppendRuns(const IVemRegionArrayPara& array, std::size_t entry, RunTriple& runs) {
-  runs.Append(array.Rows[entry], array.FirstColumns[entry], array.LastColumns[entry]);
-}
-
-void ReplaceRuns(VemRegionData& region, const IVemRegionArrayPara& array, int entry) {
+// Makes the region's runs those of the array's entries from `begin` to before `end`. Runs are
+// written over the region's own, once there is room for all.
+void ReplaceRuns(VemRegionData& region, const IVemRegionArrayPara& array, std::size_t begin,
+                 std::size_t end) {
+  std::size_t count = 0;
+  for (std::size_t i = begin; i < end; ++i) count += array.Rows[i].size();
   RunTriple runs(region.Rows, region.FirstColumns, region.LastColumns);
-  runs.Clear();
-  if (!typed_array::InRange(array.Rows, entry)) return;
-  const auto index = static_cast<std::size_t>(entry);
-  runs.Reserve(array.Rows[index].size());
-  AppendRuns(array, index, runs);
+  runs.Reserve(count);
+  std::size_t position = 0;
+  for (std::size_t i = begin; i < end; ++i) {
+    runs.Write(position, array.Rows[i], array.FirstColumns[i], array.LastColumns[i]);
+    position += array.Rows[i].size();
+  }
+  runs.Truncate(count);
 }
 
 // The pixels that contours cover on a canvas.
@@ -197,7 +200,9 @@ void IVemRegionArrayPara::Select(int position, VemRegion& region) {
   if (Rows.empty()) {
     PaintRuns(data, typed_array::ElementCopy(Contours, position), width, height);
   } else {
-    ReplaceRuns(data, *this, position);
+    const bool any = typed_array::InRange(Rows, position);
+    const auto entry = static_cast<std::size_t>(position);
+    ReplaceRuns(data, *this, entry, any ? entry + 1 : entry);
   }
   if (Rows.empty() || !Hierarchies.empty()) {
     data.Hierarchy = typed_array::ElementCopy(Hierarchies, position);
@@ -209,12 +214,7 @@ void IVemRegionArrayPara::Select(int position, VemRegion& region) {
 
 void IVemRegionArrayPara::Union(VemRegion& region) {
   VemRegionData& data = *region.data_;
-  std::size_t count = 0;
-  for (const std::vector<int>& rows : Rows) count += rows.size();
-  RunTriple runs(data.Rows, data.FirstColumns, data.LastColumns);
-  runs.Clear();
-  runs.Reserve(count);
-  for (std::size_t entry = 0; entry < Rows.size(); ++entry) AppendRuns(*this, entry, runs);
+  ReplaceRuns(data, *this, 0, Rows.size());
   data.Width = Largest(Widths);
   data.Height = Largest(Heights);
 }

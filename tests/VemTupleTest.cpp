@@ -42,7 +42,9 @@ using Array = VemVarArray;
 static_assert(std::is_same_v<decltype(&Array::operator=), Array& (Array::*)(const Array&)>);
 static_assert(std::is_same_v<decltype(&Array::Copy), void (Array::*)(const Array&)>);
 static_assert(std::is_same_v<decltype(&Array::Length), int (Array::*)() const>);
-static_assert(std::is_same_v<decltype(&Array::Append), void (Array::*)(const VemVar&)>);
+template <typename Value, void (Array::*)(Value) = &Array::Append>
+constexpr bool kIsAppended = true;
+static_assert(kIsAppended<const VemVar&> && kIsAppended<VemVar&&>);
 static_assert(std::is_same_v<decltype(&Array::Insert), void (Array::*)(int, const VemVar&)>);
 static_assert(std::is_same_v<decltype(&Array::Remove), void (Array::*)(int)>);
 static_assert(std::is_same_v<decltype(&Array::Replace), void (Array::*)(int, const VemVar&)>);
@@ -282,6 +284,36 @@ TEST(VemTuple, OwnElementMayBeAppended) {
       array.Append(array[i]);
       std::vector<VemVar> expected = Texts(length);
       expected.push_back(Texts(length)[static_cast<std::size_t>(i)]);
+      ASSERT_TRUE(Holds(array, expected)) << length << ", " << i;
+    }
+  }
+}
+
+TEST(VemTuple, AppendTakesOverATemporary) {
+  for (int length = 0; length <= 9; ++length) {
+    std::vector<VemVar> expected = Texts(length);
+    VemVarArray array = Of(expected);
+    for (VemVar value : Mixed()) {
+      expected.push_back(value);
+      const char* const text = value.S();
+      array.Append(std::move(value));
+      ASSERT_TRUE(Holds(array, expected));
+      ASSERT_EQ(value.ValType(), VemVarNone);
+      if (expected.back().ValType() == VemVarString) {
+        ASSERT_EQ(array[array.Length() - 1].S(), text);
+      }
+    }
+  }
+}
+
+TEST(VemTuple, OwnElementMayBeTakenOver) {
+  for (int length = 1; length <= 9; ++length) {
+    for (int i = 0; i < length; ++i) {
+      VemVarArray array = Of(Texts(length));
+      array.Append(std::move(array[i]));
+      std::vector<VemVar> expected = Texts(length);
+      expected.push_back(expected[static_cast<std::size_t>(i)]);
+      expected[static_cast<std::size_t>(i)] = VemVar();
       ASSERT_TRUE(Holds(array, expected)) << length << ", " << i;
     }
   }

@@ -3,8 +3,11 @@
 #include <emmintrin.h>
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <utility>
+
+#include "values/WordKernels.h"
 
 namespace var_store {
 
@@ -13,10 +16,6 @@ namespace {
 // Blocks are aligned to 16 bytes, and so is each element of theirs.
 const __m128i* Words(const VemVar* element) { return reinterpret_cast<const __m128i*>(element); }
 __m128i* Words(VemVar* element) { return reinterpret_cast<__m128i*>(element); }
-
-__m128i IsText(const VemVar* element) {
-  return _mm_cmpeq_epi32(_mm_load_si128(Words(element)), _mm_cvtsi32_si128(VemVarString));
-}
 
 // Kind and low half of two elements' payloads.
 __m128 LowHalves(const VemVar* pair) {
@@ -29,35 +28,9 @@ __m128i Shuffled(const __m128 (&pairs)[2]) {
   return _mm_castps_si128(_mm_shuffle_ps(pairs[0], pairs[1], kOrder));
 }
 
-__m128i AnyOfFour(const VemVar* element) {
-  return _mm_or_si128(_mm_or_si128(IsText(element), IsText(element + 1)),
-                      _mm_or_si128(IsText(element + 2), IsText(element + 3)));
-}
-
-// Where there are many, stretches are read side by side: memory feeds several streams faster than
-// one.
-bool AnyText(const VemVar* element, std::size_t count) {
-  constexpr std::size_t kStreams = 8;
-  constexpr std::size_t kMany = 4096;
-  __m128i found = _mm_setzero_si128();
-  std::size_t i = 0;
-  if (count >= kMany) {
-    const std::size_t stretch = count / kStreams / 4 * 4;
-    for (; i < stretch; i += 4) {
-      for (std::size_t k = 0; k < kStreams; ++k) {
-        found = _mm_or_si128(found, AnyOfFour(element + k * stretch + i));
-      }
-    }
-    i = kStreams * stretch;
-  }
-  for (; i + 4 <= count; i += 4) found = _mm_or_si128(found, AnyOfFour(element + i));
-  for (; i < count; ++i) found = _mm_or_si128(found, IsText(element + i));
-  return _mm_cvtsi128_si32(found) != 0;
-}
-
 // Numbers need no destruction.
 void Destroy(VemVar* element, std::size_t count) {
-  if (AnyText(element, count)) std::destroy_n(element, count);
+  if (BestWordKernels().anyText(element, count)) std::destroy_n(element, count);
 }
 
 void CopyOne(VemVar* target, const VemVar* source) {
@@ -70,23 +43,6 @@ void CopyFour(VemVar* target, const VemVar* source) {
   for (int i = 0; i < 4; ++i) _mm_store_si128(Words(target + i), words[i]);
 }
 
-// Copies elements as they are, in two streams, and tells whether any is a text.
-bool CopyWords(VemVar* target, const VemVar* source, std::size_t count) {
-  const std::size_t half = count / 8 * 4;
-  __m128i found = _mm_setzero_si128();
-  for (std::size_t i = 0; i < half; i += 4) {
-    const std::size_t k = half + i;
-    found = _mm_or_si128(found, _mm_or_si128(AnyOfFour(source + i), AnyOfFour(source + k)));
-    CopyFour(target + i, source + i);
-    CopyFour(target + k, source + k);
-  }
-  for (std::size_t i = 2 * half; i < count; ++i) {
-    found = _mm_or_si128(found, IsText(source + i));
-    CopyOne(target + i, source + i);
-  }
-  return _mm_cvtsi128_si32(found) != 0;
-}
-
 // From the end on: a block that doubles often moves to right behind itself, and there a copy from
 // the front waits for its own stores, which the processor tells from its loads by the low bits of
 // the addresses alone.
@@ -97,7 +53,7 @@ void MoveWords(VemVar* target, const VemVar* source, std::size_t count) {
 
 // Over elements that are no texts, or where none stand. Where a text can't be copied, nothing is.
 void CopyOver(VemVar* target, const VemVar* source, std::size_t count) {
-  if (!CopyWords(target, source, count)) return;
+  if (!BestWordKernels().copy(target, source, count)) return;
   std::size_t i = 0;
   try {
     for (; i < count; ++i) new (target + i) VemVar(source[i]);
@@ -108,7 +64,7 @@ void CopyOver(VemVar* target, const VemVar* source, std::size_t count) {
 }
 
 void AssignOver(VemVar* target, const VemVar* source, std::size_t count) {
-  if (AnyText(target, count)) {
+  if (BestWordKernels().anyText(target, count)) {
     std::copy_n(source, count, target);
   } else {
     CopyOver(target, source, count);
@@ -155,6 +111,32 @@ void ReadIntegers(const VemVar* element, std::size_t count, int* target) {
   for (; i < count; ++i) target[i] = element[i].I();
 }
 
+constexpr std::size_t kPiece = 64;
+
+// What is read is still at hand when it is compared.
+int LargestOfPiece(const VemVar* element, std::size_t count) {
+  int piece[kPiece];
+  ReadIntegers(element, count, piece);
+  int largest = 0;
+  for (std::size_t i = 0; i < count; ++i) largest = std::max(largest, piece[i]);
+  return largest;
+}
+
+void WriteOver(VemVar* target, const int* source, std::size_t count) {
+  std::size_t i = 0;
+  while ((i += BestWordKernels().writeOver(target + i, source + i, count - i)) < count) {
+    target[i] = VemVar();  // A text: it is released, and written over in the next turn.
+  }
+}
+
+void WriteIntegers(VemVarStore& store, std::size_t position, const int* source, std::size_t count) {
+  VemVar* const target = store.First + position;
+  const std::size_t over = std::min(count, Count(store) - position);
+  WriteOver(target, source, over);
+  BestWordKernels().write(target + over, source + over, count - over);
+  store.Last = std::max(store.Last, target + count);
+}
+
 struct Owned : VemVarStore {
   Owned() : VemVarStore() {}
   Owned(const Owned&) = delete;
@@ -173,9 +155,9 @@ void MakeRoom(VemVarStore& store, std::size_t added) {
   MoveTo(store, Count(store) + std::max(Count(store), added));
 }
 
-void Truncate(VemVarStore& store, VemVar* first) {
-  Destroy(first, static_cast<std::size_t>(store.Last - first));
-  store.Last = first;
+void Truncate(VemVarStore& store, std::size_t count) {
+  Destroy(store.First + count, Count(store) - count);
+  store.Last = store.First + count;
 }
 
 void Release(VemVarStore& store) {
@@ -196,7 +178,7 @@ void Assign(VemVarStore& store, const VemVarStore& source) {
   }
   const std::size_t common = std::min(count, Count(store));
   AssignOver(store.First, source.First, common);
-  Truncate(store, store.First + common);
+  Truncate(store, common);
   AppendCopies(store, source.First + common, count - common);
 }
 
@@ -229,25 +211,27 @@ std::vector<int> Integers(const VemVarStore& store, std::size_t count) {
 }
 
 int LargestInteger(const VemVarStore& store) {
+  constexpr std::size_t kStreams = 4;  // As in the word kernels.
+  const std::size_t stretch = Count(store) / kStreams / kPiece * kPiece;
   int largest = 0;
-  for (const VemVar* element = store.First; element != store.Last; ++element) {
-    largest = std::max(largest, element->I());
+  for (std::size_t i = 0; i < stretch; i += kPiece) {
+    for (std::size_t k = 0; k < kStreams; ++k) {
+      largest = std::max(largest, LargestOfPiece(store.First + k * stretch + i, kPiece));
+    }
+  }
+  for (std::size_t i = kStreams * stretch; i < Count(store); i += kPiece) {
+    largest =
+        std::max(largest, LargestOfPiece(store.First + i, std::min(kPiece, Count(store) - i)));
   }
   return largest;
 }
 
-void AppendIntegers(VemVarStore& store, const std::vector<int>& list, std::size_t count) {
+void WriteIntegers(VemVarStore& store, std::size_t position, const std::vector<int>& list,
+                   std::size_t count) {
   const std::size_t given = std::min(list.size(), count);
-  VemVar* const target = store.Last;
-  store.Last += count;
-  std::size_t i = 0;
-  for (; i + 4 <= given; i += 4) {
-    const __m128i values = _mm_loadu_si128(reinterpret_cast<const __m128i*>(list.data() + i));
-    WritePair(FrontPair(values), target + i, target + i + 1);
-    WritePair(BackPair(values), target + i + 2, target + i + 3);
-  }
-  for (; i < given; ++i) new (target + i) VemVar(list[i]);
-  for (; i < count; ++i) new (target + i) VemVar(0);
+  WriteIntegers(store, position, list.data(), given);
+  const int zero = 0;
+  for (std::size_t i = given; i < count; ++i) WriteIntegers(store, position + i, &zero, 1);
 }
 
 void AppendRuns(VemVarStore& rows, VemVarStore& firsts, VemVarStore& lasts, const Run* begin,

@@ -2,7 +2,6 @@
 #define VALUES_VAR_STORE_H_
 
 #include <cstddef>
-#include <cstring>
 #include <new>
 #include <vector>
 
@@ -28,8 +27,8 @@ void Reserve(VemVarStore& store, std::size_t count);
 /// Makes room for `added` more elements; where the block grows, it at least doubles.
 void MakeRoom(VemVarStore& store, std::size_t added);
 
-/// Destroys the elements from `first` on; the block is kept.
-void Truncate(VemVarStore& store, VemVar* first);
+/// Destroys the elements behind the first `count`, of which there are as many; the block is kept.
+void Truncate(VemVarStore& store, std::size_t count);
 
 /// Destroys the elements and gives their block back.
 void Release(VemVarStore& store);
@@ -47,12 +46,6 @@ void MoveLastTo(VemVarStore& store, VemVar* place);
 /// Puts the elements in the opposite order.
 void Invert(VemVarStore& store);
 
-/// Moves a value to where no element stands, and leaves nothing behind.
-inline void Move(VemVar& value, VemVar* element) {
-  std::memcpy(static_cast<void*>(element), &value, sizeof(value));
-  new (&value) VemVar();
-}
-
 /// The elements' integers, as VemVar::I reads them: `count` of them, 0 behind the last element.
 std::vector<int> Integers(const VemVarStore& store, std::size_t count);
 
@@ -65,8 +58,10 @@ inline void AppendInteger(VemVarStore& store, int value) {
   ++store.Last;
 }
 
-/// Appends `count` integers, for which there must be room: those of the list, then zeros.
-void AppendIntegers(VemVarStore& store, const std::vector<int>& list, std::size_t count);
+/// Writes `count` integers from the element at `position` on, which is there or the next to come:
+/// those of the list, then zeros. There must be room for what goes beyond the last element.
+void WriteIntegers(VemVarStore& store, std::size_t position, const std::vector<int>& list,
+                   std::size_t count);
 
 /// Appends the parts of runs to a store each, in which there must be room.
 void AppendRuns(VemVarStore& rows, VemVarStore& firsts, VemVarStore& lasts, const Run* begin,

@@ -6,11 +6,11 @@
 #include "values/VarStore.h"
 
 VemVarArray::VemVarArray() : store_(new VemVarStore()) {}
-VemVarArray::VemVarArray(long value) : VemVarArray(VemVar(value)) {}
-VemVarArray::VemVarArray(int value) : VemVarArray(VemVar(value)) {}
-VemVarArray::VemVarArray(double value) : VemVarArray(VemVar(value)) {}
-VemVarArray::VemVarArray(float value) : VemVarArray(VemVar(value)) {}
-VemVarArray::VemVarArray(const char* text) : VemVarArray(VemVar(text)) {}
+VemVarArray::VemVarArray(long value) : VemVarArray() { Append(value); }
+VemVarArray::VemVarArray(int value) : VemVarArray() { Append(value); }
+VemVarArray::VemVarArray(double value) : VemVarArray() { Append(value); }
+VemVarArray::VemVarArray(float value) : VemVarArray() { Append(value); }
+VemVarArray::VemVarArray(const char* text) : VemVarArray() { Append(text); }
 VemVarArray::VemVarArray(const VemVar& value) : VemVarArray() { Append(value); }
 VemVarArray::VemVarArray(const VemVarArray& other) : VemVarArray() { Copy(other); }
 
@@ -43,7 +43,8 @@ void VemVarArray::Insert(int index, const VemVar& value) {
 void VemVarArray::Remove(int index) {
   if (!Contains(index)) return;
   VemVar* const place = store_->First + index;
-  var_store::Truncate(*store_, std::copy(place + 1, store_->Last, place));
+  std::copy(place + 1, store_->Last, place);
+  var_store::Truncate(*store_, var_store::Count(*store_) - 1);
 }
 
 void VemVarArray::Replace(int index, const VemVar& value) {
@@ -95,7 +96,8 @@ bool VemVarArray::operator!=(const VemVarArray& right) const {
 
 void VemVarArray::Take(VemVar& value) {
   var_store::MakeRoom(*store_, 1);
-  var_store::Move(value, store_->Last++);
+  new (store_->Last) VemVar(VemVar::Taken{value});
+  ++store_->Last;
 }
 
 VemVar& VemVarArray::Invalid() { return typed_array::InvalidReference<VemVar>(); }
