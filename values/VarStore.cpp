@@ -33,24 +33,6 @@ void Destroy(VemVar* element, std::size_t count) {
   if (BestWordKernels().anyText(element, count)) std::destroy_n(element, count);
 }
 
-void CopyOne(VemVar* target, const VemVar* source) {
-  _mm_store_si128(Words(target), _mm_load_si128(Words(source)));
-}
-
-void CopyFour(VemVar* target, const VemVar* source) {
-  const __m128i words[] = {_mm_load_si128(Words(source)), _mm_load_si128(Words(source + 1)),
-                           _mm_load_si128(Words(source + 2)), _mm_load_si128(Words(source + 3))};
-  for (int i = 0; i < 4; ++i) _mm_store_si128(Words(target + i), words[i]);
-}
-
-// From the end on: a block that doubles often moves to right behind itself, and there a copy from
-// the front waits for its own stores, which the processor tells from its loads by the low bits of
-// the addresses alone.
-void MoveWords(VemVar* target, const VemVar* source, std::size_t count) {
-  for (; count >= 4; count -= 4) CopyFour(target + count - 4, source + count - 4);
-  for (std::size_t i = 0; i < count; ++i) CopyOne(target + i, source + i);
-}
-
 // Over elements that are no texts, or where none stand. Where a text can't be copied, nothing is.
 void CopyOver(VemVar* target, const VemVar* source, std::size_t count) {
   if (!BestWordKernels().copy(target, source, count)) return;
@@ -80,7 +62,7 @@ void AppendCopies(VemVarStore& store, const VemVar* source, std::size_t count) {
 void MoveTo(VemVarStore& store, std::size_t room) {
   auto* const block = static_cast<VemVar*>(::operator new(room * sizeof(VemVar)));
   const std::size_t count = Count(store);
-  MoveWords(block, store.First, count);
+  BestWordKernels().copy(block, store.First, count);
   ::operator delete(store.First);
   store = {block, block + count, block + room};
 }
