@@ -26,10 +26,12 @@ class Vec;
 /// Region 0 is then delivered with the outlines A. Give all regions outlines, or none.
 ///
 /// Runs are those of VemRegion, kept as plain integers in their order. Whoever writes the fields
-/// keeps the five lists of the run track of one length. Nothing is reported. What throws is the
-/// allocator, and OpenCV's where contours must be painted; a list that was already changed stays
-/// so. Use an object from one thread at a time; Length, Select and Union change nothing of it, and
-/// may run on several at once.
+/// keeps the five lists of the run track of one length; where they are not, nothing is read or
+/// written past the end of one, and what a list lacks counts as 0 or as no runs.
+///
+/// Nothing is reported. What throws is the allocator, and OpenCV's where contours must be painted:
+/// all lists are then as before. Use an object from one thread at a time; Length, Select and Union
+/// change nothing of it, and may run on several at once.
 class VEM_EXPORT IVemRegionArrayPara {
  public:
   IVemRegionArrayPara();                                  ///< No regions.

@@ -27,12 +27,41 @@ IntRuns TakeApart(VemRegionData& region) {
   return {source.Rows(), source.FirstColumns(), source.LastColumns()};
 }
 
+// The outlines of one region as an array keeps them.
+struct OutlineLists {
+  std::vector<std::vector<cv::Point>> contours;
+  std::vector<cv::Vec4i> hierarchy;
+};
+
+// Room for one more item in each list of a track is made before any of them changes: a failed
+// allocation leaves them all as they were.
+
+void MakeRunRoom(IVemRegionArrayPara& array) {
+  typed_array::MakeRoom(array.Widths, 1);
+  typed_array::MakeRoom(array.Heights, 1);
+  typed_array::MakeRoom(array.Rows, 1);
+  typed_array::MakeRoom(array.FirstColumns, 1);
+  typed_array::MakeRoom(array.LastColumns, 1);
+}
+
+void MakeOutlineRoom(IVemRegionArrayPara& array) {
+  typed_array::MakeRoom(array.Contours, 1);
+  typed_array::MakeRoom(array.Hierarchies, 1);
+}
+
 void PushBack(IVemRegionArrayPara& array, int width, int height, IntRuns runs) {
+  MakeRunRoom(array);
   array.Widths.push_back(width);
   array.Heights.push_back(height);
   array.Rows.push_back(std::move(runs.rows));
   array.FirstColumns.push_back(std::move(runs.firstColumns));
   array.LastColumns.push_back(std::move(runs.lastColumns));
+}
+
+// There must be room.
+void PushBack(IVemRegionArrayPara& array, OutlineLists outlines) {
+  array.Hierarchies.push_back(std::move(outlines.hierarchy));
+  array.Contours.push_back(std::move(outlines.contours));
 }
 
 // The end is a position too. One beyond it has no meaning, and foreign memory is left alone.
@@ -43,7 +72,8 @@ void InsertAt(std::vector<T>& list, int position, T item) {
 }
 
 // A bad position has no meaning here either.
-void Assign(std::vector<std::vector<int>>& list, int position, std::vector<int> item) {
+template <typename T>
+void Assign(std::vector<T>& list, int position, T item) {
   if (typed_array::InRange(list, position)) typed_array::At(list, position).swap(item);
 }
 
@@ -65,6 +95,12 @@ int Largest(const std::vector<int>& values) {
   return largest;
 }
 
+// A list that is too short for the entry gives none.
+const std::vector<int>& ItemOrNone(const std::vector<std::vector<int>>& list, std::size_t entry) {
+  static const std::vector<int> none;
+  return entry < list.size() ? list[entry] : none;
+}
+
 // Makes the region's runs those of the array's entries from `begin` to before `end`. Runs are
 // written over the region's own, once there is room for all.
 void ReplaceRuns(VemRegionData& region, const IVemRegionArrayPara& array, std::size_t begin,
@@ -75,7 +111,8 @@ void ReplaceRuns(VemRegionData& region, const IVemRegionArrayPara& array, std::s
   runs.Reserve(count);
   std::size_t position = 0;
   for (std::size_t i = begin; i < end; ++i) {
-    runs.Write(position, array.Rows[i], array.FirstColumns[i], array.LastColumns[i]);
+    runs.Write(position, array.Rows[i], ItemOrNone(array.FirstColumns, i),
+               ItemOrNone(array.LastColumns, i));
     position += array.Rows[i].size();
   }
   runs.Truncate(count);
@@ -97,15 +134,28 @@ void PaintRuns(VemRegionData& region, const std::vector<std::vector<cv::Point>>&
 
 IVemRegionArrayPara::IVemRegionArrayPara() = default;
 IVemRegionArrayPara::IVemRegionArrayPara(const IVemRegionArrayPara& other) = default;
-IVemRegionArrayPara& IVemRegionArrayPara::operator=(const IVemRegionArrayPara& other) = default;
 IVemRegionArrayPara::~IVemRegionArrayPara() = default;
+
+IVemRegionArrayPara& IVemRegionArrayPara::operator=(const IVemRegionArrayPara& other) {
+  if (this == &other) return *this;
+  IVemRegionArrayPara copy(other);
+  Widths.swap(copy.Widths);
+  Heights.swap(copy.Heights);
+  Contours.swap(copy.Contours);
+  Hierarchies.swap(copy.Hierarchies);
+  Rows.swap(copy.Rows);
+  FirstColumns.swap(copy.FirstColumns);
+  LastColumns.swap(copy.LastColumns);
+  return *this;
+}
 
 void IVemRegionArrayPara::Append(VemRegion& region) {
   const VemRegionData& data = *region.data_;
+  if (data.Hierarchy.empty()) return Append(region, false);
+  OutlineLists outlines{data.Contours, data.Hierarchy};
+  MakeOutlineRoom(*this);
   Append(region, false);
-  if (data.Hierarchy.empty()) return;
-  Hierarchies.push_back(data.Hierarchy);
-  Contours.push_back(data.Contours);
+  PushBack(*this, std::move(outlines));
 }
 
 void IVemRegionArrayPara::Append(VemRegion& region, bool) {
@@ -120,21 +170,29 @@ void IVemRegionArrayPara::Append(int width, int height, std::vector<int>& rows,
 
 void IVemRegionArrayPara::Append(std::vector<std::vector<cv::Point>>& contours,
                                  std::vector<cv::Vec4i>& hierarchy, bool) {
-  Contours.push_back(contours);
-  Hierarchies.push_back(hierarchy);
+  OutlineLists outlines{contours, hierarchy};
+  MakeOutlineRoom(*this);
+  PushBack(*this, std::move(outlines));
 }
 
 void IVemRegionArrayPara::Insert(int position, VemRegion& region) {
-  const VemRegionData& data = *region.data_;
-  IntRuns runs = TakeApart(*region.data_);
+  VemRegionData& data = *region.data_;
+  const bool outlined = !data.Hierarchy.empty();
+  IntRuns runs = TakeApart(data);
+  OutlineLists outlines;
+  if (outlined) {
+    outlines = {data.Contours, data.Hierarchy};
+    MakeOutlineRoom(*this);
+  }
+  MakeRunRoom(*this);
   InsertAt(Widths, position, data.Width);
   InsertAt(Heights, position, data.Height);
   InsertAt(Rows, position, std::move(runs.rows));
   InsertAt(FirstColumns, position, std::move(runs.firstColumns));
   InsertAt(LastColumns, position, std::move(runs.lastColumns));
-  if (data.Hierarchy.empty()) return;
-  InsertAt(Hierarchies, position, data.Hierarchy);
-  InsertAt(Contours, position, data.Contours);
+  if (!outlined) return;
+  InsertAt(Hierarchies, position, std::move(outlines.hierarchy));
+  InsertAt(Contours, position, std::move(outlines.contours));
 }
 
 void IVemRegionArrayPara::Remove(int position) {
@@ -153,16 +211,19 @@ void IVemRegionArrayPara::Remove(int position) {
 // The array decides whether outlines are taken, not the region as in Append and Insert: this is
 // meant.
 void IVemRegionArrayPara::Replace(int position, VemRegion& region) {
-  const VemRegionData& data = *region.data_;
-  IntRuns runs = TakeApart(*region.data_);
+  VemRegionData& data = *region.data_;
+  const bool outlined = !Hierarchies.empty();
+  IntRuns runs = TakeApart(data);
+  OutlineLists outlines;
+  if (outlined) outlines = {data.Contours, data.Hierarchy};
   typed_array::Replace(Widths, position, data.Width);
   typed_array::Replace(Heights, position, data.Height);
   Assign(Rows, position, std::move(runs.rows));
   Assign(FirstColumns, position, std::move(runs.firstColumns));
   Assign(LastColumns, position, std::move(runs.lastColumns));
-  if (Hierarchies.empty()) return;
-  typed_array::Replace(Hierarchies, position, data.Hierarchy);
-  typed_array::Replace(Contours, position, data.Contours);
+  if (!outlined) return;
+  Assign(Hierarchies, position, std::move(outlines.hierarchy));
+  Assign(Contours, position, std::move(outlines.contours));
 }
 
 void IVemRegionArrayPara::Swap(int a, int b) {

@@ -1,5 +1,8 @@
 #include "VemRegionArray.h"
 
+#include <utility>
+#include <vector>
+
 #include <opencv2/core.hpp>
 
 #include "IVemRegionAPara.h"
@@ -16,14 +19,23 @@ VemRegionArray& VemRegionArray::operator=(const VemRegionArray& other) {
 VemRegionArray::~VemRegionArray() { delete impl_; }
 
 void VemRegionArray::Append(VemRegion& value) { impl_->Append(value); }
-// The contour track is left out.
+// The contour track is left out. Copies and room are made before any list changes.
 void VemRegionArray::Append(VemRegionArray& values) {
   const IVemRegionArrayPara& added = *values.impl_;
+  std::vector<std::vector<int>> rows(added.Rows);
+  std::vector<std::vector<int>> firstColumns(added.FirstColumns);
+  std::vector<std::vector<int>> lastColumns(added.LastColumns);
+  typed_array::MakeRoom(impl_->Widths, added.Widths.size());
+  typed_array::MakeRoom(impl_->Heights, added.Heights.size());
+  typed_array::MakeRoom(impl_->Rows, rows.size());
+  typed_array::MakeRoom(impl_->FirstColumns, firstColumns.size());
+  typed_array::MakeRoom(impl_->LastColumns, lastColumns.size());
+
   typed_array::AppendAll(impl_->Widths, added.Widths);
   typed_array::AppendAll(impl_->Heights, added.Heights);
-  typed_array::AppendAll(impl_->Rows, added.Rows);
-  typed_array::AppendAll(impl_->FirstColumns, added.FirstColumns);
-  typed_array::AppendAll(impl_->LastColumns, added.LastColumns);
+  typed_array::AppendTaken(impl_->Rows, std::move(rows));
+  typed_array::AppendTaken(impl_->FirstColumns, std::move(firstColumns));
+  typed_array::AppendTaken(impl_->LastColumns, std::move(lastColumns));
 }
 void VemRegionArray::Insert(int index, VemRegion& value) { impl_->Insert(index, value); }
 void VemRegionArray::Remove(int index) { impl_->Remove(index); }

@@ -1,6 +1,5 @@
 #include "IVemROIPara.h"
 
-#include <new>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -31,20 +30,6 @@ const ShapeCase kShapeCases[] = {
     {"Ellipse", VemROIEllipse, {60, 70, 40, 30, 20}},
     {"Arc", VemROIArc, {60, 70, 40, 20, 200}},
 };
-
-// Calls `act` with one block more each time, until it has enough. Returns how often it failed.
-template <typename Act, typename Check>
-int FailAtEachBlock(Act act, Check check) {
-  for (int blocks = 0;; ++blocks) {
-    try {
-      const HeapFailure failure(blocks);
-      act();
-      return blocks;
-    } catch (const std::bad_alloc&) {
-      check();
-    }
-  }
-}
 
 class IVemROIParaFailure : public testing::TestWithParam<ShapeCase> {
  protected:

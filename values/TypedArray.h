@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 /// The contract that all typed arrays share, on the vector behind a handle. An index is in range
@@ -31,6 +32,14 @@ int Length(const std::vector<T>& elements) {
   return static_cast<int>(elements.size());
 }
 
+/// Makes room for `added` more elements; where the storage grows, it at least doubles. As many can
+/// then be taken in without an allocation.
+template <typename T>
+void MakeRoom(std::vector<T>& elements, std::size_t added) {
+  const std::size_t needed = elements.size() + added;
+  if (needed > elements.capacity()) elements.reserve(std::max(needed, 2 * elements.capacity()));
+}
+
 /// Appends copies of `added`, which may be `elements` itself: its length counts as it is at entry.
 template <typename T>
 void AppendAll(std::vector<T>& elements, const std::vector<T>& added) {
@@ -38,12 +47,17 @@ void AppendAll(std::vector<T>& elements, const std::vector<T>& added) {
   for (std::size_t i = 0; i < count; ++i) elements.push_back(added[i]);
 }
 
-/// As AppendAll, with room made once for both lengths; where it grows, it at least doubles.
+/// As AppendAll, with room made once for both lengths.
 template <typename T>
 void ReserveAndAppendAll(std::vector<T>& elements, const std::vector<T>& added) {
-  const std::size_t needed = elements.size() + added.size();
-  if (needed > elements.capacity()) elements.reserve(std::max(needed, 2 * elements.capacity()));
+  MakeRoom(elements, added.size());
   AppendAll(elements, added);
+}
+
+/// Appends elements that are taken over, for which there must be room.
+template <typename T>
+void AppendTaken(std::vector<T>& elements, std::vector<T> added) {
+  for (T& element : added) elements.push_back(std::move(element));
 }
 
 template <typename T>

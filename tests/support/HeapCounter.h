@@ -1,6 +1,8 @@
 #ifndef TESTS_SUPPORT_HEAP_COUNTER_H_
 #define TESTS_SUPPORT_HEAP_COUNTER_H_
 
+#include <new>
+
 /// Counts what this thread takes from `new` and gives back to `delete`, the library's blocks
 /// included. Under a sanitizer, which has its own `new`, nothing is counted.
 class HeapCounter {
@@ -30,5 +32,20 @@ class HeapFailure {
   HeapFailure(const HeapFailure&) = delete;
   HeapFailure& operator=(const HeapFailure&) = delete;
 };
+
+/// Calls `act` with one block more each time, until it has enough, and `check` where it had not.
+/// Returns how often it failed.
+template <typename Act, typename Check>
+int FailAtEachBlock(Act act, Check check) {
+  for (int blocks = 0;; ++blocks) {
+    try {
+      const HeapFailure failure(blocks);
+      act();
+      return blocks;
+    } catch (const std::bad_alloc&) {
+      check();
+    }
+  }
+}
 
 #endif  // TESTS_SUPPORT_HEAP_COUNTER_H_
