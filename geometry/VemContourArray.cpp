@@ -14,7 +14,7 @@ VemContourArray::VemContourArray() : store_(new std::vector<Chain>) {}
 VemContourArray::VemContourArray(const VemContourArray& other)
     : store_(new std::vector<Chain>(*other.store_)) {}
 VemContourArray& VemContourArray::operator=(const VemContourArray& other) {
-  *store_ = *other.store_;
+  typed_array::Assign(*store_, *other.store_);
   return *this;
 }
 VemContourArray::~VemContourArray() { delete store_; }

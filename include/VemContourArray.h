@@ -13,7 +13,7 @@
 /// What throws is the allocator alone.
 ///
 /// No argument is changed, though its reference is not const. Pointers to write through must not be
-/// null. After a throw the array is sound, but may hold a part of what was to be added or assigned.
+/// null. After a throw the array is as before.
 ///
 /// Use an array from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemContourArray {

@@ -18,7 +18,7 @@
 /// allocated.
 ///
 /// No argument is changed, though its reference is not const. Pointers to write through must not be
-/// null. After a throw the array is sound, but may hold a part of what was to be added or assigned.
+/// null. After a throw the array is as before, but after an assignment empty.
 ///
 /// Use an array from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemImageArray {

@@ -14,7 +14,8 @@
 ///
 /// No argument is changed, though its reference is not const. Pointers to write through must not be
 /// null. A reference to an element lives until the array grows, loses an element, is assigned to or
-/// ends. After a throw the array is sound, but may hold a part of what was to be added or assigned.
+/// ends. After a throw the array is as before; but where an assignment fails in the copy that it
+/// returns, it is done.
 ///
 /// Use an array from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemPointArray {

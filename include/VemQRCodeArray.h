@@ -19,7 +19,12 @@
 ///
 /// No argument is changed, though its reference is not const. Pointers to write through must not be
 /// null. A reference to an element lives until the array grows, loses an element, is assigned to or
-/// ends. After a throw the array is sound, but may hold a part of what was to be added or assigned.
+/// ends.
+///
+/// After a throw the array is as before, with these exceptions. Where an assignment fails in the
+/// copy that it returns, it is done. Remove, Replace and Swap, and Insert where there is room,
+/// assign elements over elements: where that fails, every element is sound, but one may stand twice
+/// or have taken over a part of another.
 ///
 /// Use an array from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemQRCodeArray {

@@ -16,7 +16,12 @@ class IVemROIArrayPara;
 /// index does nothing on a bad one; nothing is reported. What throws is the allocator alone.
 ///
 /// No argument is changed, though its reference is not const. Pointers to write through must not be
-/// null. After a throw the array is sound, but may hold a part of what was to be added or assigned.
+/// null.
+///
+/// After a throw the array is as before, with these exceptions. After an assignment it is empty.
+/// Remove, Replace and Swap, and Insert where there is room, assign elements over elements: where
+/// that fails, every element is sound, but one may stand twice or have taken over a part of
+/// another; `*out` of a Select may then have its new type over its old numbers.
 ///
 /// Use an array from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemROIArray {

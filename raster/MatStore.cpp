@@ -16,9 +16,9 @@ std::unique_ptr<cv::Mat> Clone(const cv::Mat& element) {
   return std::unique_ptr<cv::Mat>(clone);
 }
 
-void DestroyElements(Store& store) {
-  for (const cv::Mat* element : store) delete element;
-  store.clear();
+void DestroyFrom(Store& store, std::size_t first) {
+  for (std::size_t i = first; i < store.size(); ++i) delete store[i];
+  store.resize(first);
 }
 
 }  // namespace
@@ -30,8 +30,14 @@ void Append(Store& store, const cv::Mat& element) {
 }
 
 void AppendAll(Store& store, const Store& added) {
+  const std::size_t before = store.size();
   const std::size_t count = added.size();
-  for (std::size_t i = 0; i < count; ++i) Append(store, *added[i]);
+  try {
+    for (std::size_t i = 0; i < count; ++i) Append(store, *added[i]);
+  } catch (...) {
+    DestroyFrom(store, before);
+    throw;
+  }
 }
 
 void Insert(Store& store, int index, const cv::Mat& element) {
@@ -53,12 +59,12 @@ void Replace(Store& store, int index, const cv::Mat& element) {
 }
 
 void Assign(Store& store, const Store& source) {
-  DestroyElements(store);
+  DestroyFrom(store, 0);
   AppendAll(store, source);
 }
 
 void Clear(Store& store) {
-  DestroyElements(store);
+  DestroyFrom(store, 0);
   typed_array::Clear(store);
 }
 

@@ -16,13 +16,14 @@ namespace mat_store {
 using Store = std::vector<cv::Mat*>;
 
 void Append(Store& store, const cv::Mat& element);
-/// Appends clones of all elements of `added`, which may be `store` itself.
+/// Appends clones of all elements of `added`, which may be `store` itself, or none.
 void AppendAll(Store& store, const Store& added);
 void Insert(Store& store, int index, const cv::Mat& element);
 void Remove(Store& store, int index);
 /// Leaves the element that was there allocated for good, with its pixels.
 void Replace(Store& store, int index, const cv::Mat& element);
-/// Destroys all elements before it looks at `source`: a store assigned to itself becomes empty.
+/// Destroys all elements before it looks at `source`: a store assigned to itself becomes empty, and
+/// so does one whose new elements can't all be cloned.
 void Assign(Store& store, const Store& source);
 void Clear(Store& store);
 /// Clones the element into `*out`, which is made if it is null. Its old pixels are let go, never

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -41,10 +42,27 @@ void MakeRoom(std::vector<T>& elements, std::size_t added) {
 }
 
 /// Appends copies of `added`, which may be `elements` itself: its length counts as it is at entry.
+/// Where one can't be copied, none is added.
 template <typename T>
 void AppendAll(std::vector<T>& elements, const std::vector<T>& added) {
+  const std::size_t before = elements.size();
   const std::size_t count = added.size();
-  for (std::size_t i = 0; i < count; ++i) elements.push_back(added[i]);
+  try {
+    for (std::size_t i = 0; i < count; ++i) elements.push_back(added[i]);
+  } catch (...) {
+    elements.erase(elements.begin() + static_cast<std::ptrdiff_t>(before), elements.end());
+    throw;
+  }
+}
+
+/// Makes the elements deep copies of the others. Where one can't be copied, nothing changes.
+template <typename T>
+void Assign(std::vector<T>& elements, const std::vector<T>& others) {
+  if (std::is_trivially_copyable<T>::value) {
+    elements = others;
+  } else if (&elements != &others) {
+    std::vector<T>(others).swap(elements);
+  }
 }
 
 /// As AppendAll, with room made once for both lengths.
@@ -80,12 +98,14 @@ void Select(const std::vector<T>& elements, int index, T* out) {
   if (InRange(elements, index)) *out = At(elements, index);
 }
 
-/// Exchanges through a copy of element i, with no shortcut for an element and itself.
+/// Exchanges through a copy of element i, with no shortcut for an element and itself. What can be
+/// moved is not copied, so that nothing fails.
 template <typename T>
 void Swap(std::vector<T>& elements, int i, int j) {
   if (!InRange(elements, i) || !InRange(elements, j)) return;
   T& first = At(elements, i);
   T& second = At(elements, j);
+  if constexpr (std::is_nothrow_move_assignable<T>::value) return std::swap(first, second);
   const T copy(first);
   first = second;
   second = copy;
