@@ -18,8 +18,14 @@ class Mat;
 /// generators, readers and both GetMask take, refuse and return. Told here is what is kept, and
 /// what VemROI does not offer.
 ///
-/// What throws is the allocator, and `cv::Exception` where a canvas can't be told. Use an object
-/// from one thread at a time; reading it from several at once is safe.
+/// A radius that is negative, which only who writes the fields can store, raises `cv::Exception` in
+/// the outline form of a circle or an ellipse that still reaches in, and in the run form of such a
+/// ring's outer radius; in the other form of each, and for an arc, it gives true.
+///
+/// What throws is the allocator, and `cv::Exception` where a canvas can't be told. After a throw
+/// from a generator or a Reset there is no shape, or one whose numbers are not all there; GetMask
+/// tells what it leaves. Use an object from one thread at a time; reading it from several at once
+/// is safe.
 class VEM_EXPORT IVemROIPara {
  public:
   /// No shape. Width and Height are left as the memory has them.

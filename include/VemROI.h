@@ -131,8 +131,10 @@ class VEM_EXPORT VemROI {
   ///   whole where the sweep without its fraction is above 358, else a sector with straight ends;
   /// - a mask: its runs as they are.
   ///
-  /// The time goes with the rows and runs, that of an arc with its sweep, however many turns. Where
-  /// the call throws, the arrays are empty and the canvas is as it was.
+  /// The time goes with the rows and runs, that of an arc with its sweep, however many turns: each
+  /// degree takes about a tenth of a microsecond and 56 bytes. A start angle of 2147483648 or more
+  /// counts as the smallest integer, so that the arc has 4.3e9 samples. Room is asked for before
+  /// anything is made; where the call throws, the arrays are empty and the canvas is as it was.
   bool GetMask(VemVarArray* rows, VemVarArray* firstColumns, VemVarArray* lastColumns, int* width,
                int* height) const;
 
@@ -154,8 +156,10 @@ class VEM_EXPORT VemROI {
   /// runs, and a vertical line is harmless.
   ///
   /// No raster is made: the time goes with the shape's own rows and vertices, and that of arcs and
-  /// rings with their sweep, a sample for each degree, however many turns. Where the call throws,
-  /// the array is empty and the canvas is as it was.
+  /// rings with their sweep, a sample for each degree, however many turns: each degree takes about
+  /// a tenth of a microsecond and 24 bytes for an arc, twice as much for a ring. A start angle of
+  /// 2147483648 or more counts as the smallest integer, so that there are 4.3e9 degrees. Where the
+  /// call throws, the array is empty and the canvas is as it was.
   bool GetMask(VemContourArray* contours, int* width, int* height) const;
 
   /// Drops the shape.

@@ -58,8 +58,8 @@ bool CircleOutlines(const VemVarArray& params, Contours& contours, Canvas& canva
   const int radius = params[2].I();
   const int bottom = WrapAdd(row, radius);
   const int right = WrapAdd(column, radius);
-  // A radius that does not fit is negative.
-  if (radius < 0 || 0 > bottom || 0 > right) return false;
+  if (bottom < 0 || right < 0 || EndsBefore0(column, row, radius)) return false;
+  RequireRadius(radius);
   const Canvas size = {TruncateToInt(right + 1.0), TruncateToInt(bottom + 1.0)};
   return Trace(size, contours, canvas, [&](RunSink& sink) {
     FillCircle(cv::Point(column, row), radius, cv::Size(size.width, size.height), sink);
@@ -69,6 +69,8 @@ bool CircleOutlines(const VemVarArray& params, Contours& contours, Canvas& canva
 bool EllipseOutlines(const VemVarArray& params, Contours& contours, Canvas& canvas) {
   const EllipseBox ellipse(params);
   if (ellipse.reach.IsOutside()) return false;
+  RequireRadius(ellipse.a);
+  RequireRadius(ellipse.b);
   const Canvas size = ellipse.reach.ToCanvas();
   return Trace(size, contours, canvas, [&](RunSink& sink) {
     FillEllipse(ellipse.shape, cv::Size(size.width, size.height), sink);
@@ -128,9 +130,9 @@ bool LineOutline(const VemVarArray& params, Contours& contours, Canvas& canvas) 
 }
 
 bool ArcOutline(const VemVarArray& params, Contours& contours, Canvas& canvas) {
-  ArcSamples arc(params);
+  const ArcSamples arc(params);
   if (arc.outside) return false;
-  contours.push_back(std::move(arc.points));
+  contours.push_back(arc.List());
   canvas = arc.canvas;
   return true;
 }

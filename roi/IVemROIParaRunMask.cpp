@@ -127,6 +127,40 @@ bool Rect2Runs(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   return true;
 }
 
+// The first number from `first` on for which `holds`, which then holds up to the end; or the end.
+template <typename Holds>
+long FirstThat(long first, long end, Holds holds) {
+  while (first < end) {
+    const long middle = first + (end - first) / 2;
+    if (holds(middle)) {
+      end = middle;
+    } else {
+      first = middle + 1;
+    }
+  }
+  return first;
+}
+
+// Appends the rows whose columns are neither negative nor too large for an integer: columns only
+// grow, or only shrink, from row to row.
+void AppendLineRows(float slope, float intercept, long firstRow, long endRow, RunTriple& runs) {
+  const auto column = [=](long row) { return (static_cast<float>(row) - intercept) / slope; };
+  const auto notNegative = [=](long row) { return column(row) > -1.0f; };
+  const auto tooLarge = [=](long row) { return column(row) >= 2147483648.0f; };
+  if (slope > 0) {
+    firstRow = FirstThat(firstRow, endRow, notNegative);
+    endRow = FirstThat(firstRow, endRow, tooLarge);
+  } else {
+    firstRow = FirstThat(firstRow, endRow, [=](long row) { return !tooLarge(row); });
+    endRow = FirstThat(firstRow, endRow, [=](long row) { return !notNegative(row); });
+  }
+  runs.Reserve(static_cast<std::size_t>(endRow - firstRow));
+  for (long row = firstRow; row < endRow; ++row) {
+    const int place = TruncateToInt(column(row));
+    runs.Append(static_cast<int>(row), place, place);
+  }
+}
+
 // The columns follow the whole-number slope. A line wider than high has slope 0 and no runs, since
 // its columns are infinite; for an upright one the division faults.
 bool LineRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
@@ -139,10 +173,7 @@ bool LineRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   const int lastRow = std::max(p.y1, p.y2);
   canvas = CanvasTo(std::max(p.x1, p.x2), lastRow);
   if (slope == 0) return true;
-  for (long row = firstRow; row <= lastRow; ++row) {
-    const int column = TruncateToInt((static_cast<float>(row) - intercept) / slope);
-    if (column >= 0) runs.Append(static_cast<int>(row), column, column);
-  }
+  AppendLineRows(slope, intercept, firstRow, long{lastRow} + 1, runs);
   return true;
 }
 
@@ -226,9 +257,8 @@ bool EllipseRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   return true;
 }
 
-// One run for each pixel that is not left of or above the origin.
+// One run for each pixel that is not left of or above the origin. There must be room.
 void AppendPixels(const std::vector<cv::Point>& points, RunTriple& runs) {
-  runs.Reserve(points.size());
   for (const cv::Point& p : points) {
     if (p.x >= 0 && p.y >= 0) runs.Append(p.y, p.x, p.x);
   }
@@ -237,7 +267,8 @@ void AppendPixels(const std::vector<cv::Point>& points, RunTriple& runs) {
 bool ArcRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   const ArcSamples arc(params);
   if (arc.outside) return false;
-  AppendPixels(arc.points, runs);
+  runs.Reserve(arc.Count());
+  AppendPixels(arc.List(), runs);
   canvas = arc.canvas;
   return true;
 }
@@ -245,6 +276,7 @@ bool ArcRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
 bool IrregularRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   const ClosedVertices vertices(params);
   if (vertices.reach.IsOutside()) return false;
+  runs.Reserve(vertices.points.size());
   AppendPixels(vertices.points, runs);
   canvas = vertices.reach.ToCanvas();
   return true;
@@ -322,9 +354,9 @@ bool TorusRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
   const int outer = params[3].I();
   const int right = WrapAdd(column, outer);
   const int bottom = WrapAdd(row, outer);
-  // A radius that does not fit is negative.
-  if (outer < 0 || right < 0 || bottom < 0) return false;
+  if (right < 0 || bottom < 0 || EndsBefore0(column, row, outer)) return false;
 
+  RequireRadius(outer);
   const int size = WrapAdd(WrapMultiply(2, outer), 1);
   RequireCanvas(size, size);
   FillArea area(size, size);

@@ -103,31 +103,43 @@ cv::Point SampleCircle(double degrees, double radius, const cv::Point& center) {
 
 }  // namespace
 
+std::size_t CountDegrees(double start, double end, ArcEnd arcEnd) {
+  const double first = TruncateToInt(start);
+  const double last = arcEnd == ArcEnd::kIncluded ? std::floor(end) : std::ceil(end) - 1;
+  if (!(first <= last)) return 0;
+  return static_cast<std::size_t>(std::min<double>(last, INT_MAX) - first) + 1;
+}
+
 std::vector<cv::Point> SampleDegrees(double start, double end, ArcEnd arcEnd, double radius,
                                      const cv::Point& center) {
+  const std::size_t count = CountDegrees(start, end, arcEnd);
   std::vector<cv::Point> samples;
-  for (long i = TruncateToInt(start); i <= INT_MAX; ++i) {
-    const double degrees = static_cast<double>(i);
-    if (!(arcEnd == ArcEnd::kIncluded ? degrees <= end : degrees < end)) break;
-    samples.push_back(SampleCircle(degrees, radius, center));
+  samples.reserve(count + 1);
+  const double first = TruncateToInt(start);
+  for (std::size_t i = 0; i < count; ++i) {
+    samples.push_back(SampleCircle(first + static_cast<double>(i), radius, center));
   }
   return samples;
 }
 
-// The list closes on the arc's start, unrounded, not on its end.
-ArcSamples::ArcSamples(const VemVarArray& params) {
-  const int column = TruncateToInt(params[1].D());
-  const int row = TruncateToInt(params[0].D());
-  const double radius = params[2].D();
-  const double start = params[3].D();
-  const double right = radius + column;
-  const double bottom = radius + row;
+ArcSamples::ArcSamples(const VemVarArray& params)
+    : radius(params[2].D()),
+      start(params[3].D()),
+      end(params[4].D() + start),
+      center(TruncateToInt(params[1].D()), TruncateToInt(params[0].D())) {
+  const double right = radius + center.x;
+  const double bottom = radius + center.y;
   canvas = {TruncateToInt(right + 1.0), TruncateToInt(bottom + 1.0)};
   outside = 0 > right || 0 > bottom;
-  if (outside) return;
-  const cv::Point center(column, row);
-  points = SampleDegrees(start, params[4].D() + start, ArcEnd::kExcluded, radius, center);
+}
+
+std::size_t ArcSamples::Count() const { return CountDegrees(start, end, ArcEnd::kExcluded) + 1; }
+
+// The list closes on the arc's start, unrounded, not on its end.
+std::vector<cv::Point> ArcSamples::List() const {
+  std::vector<cv::Point> points = SampleDegrees(start, end, ArcEnd::kExcluded, radius, center);
   points.push_back(SampleCircle(start, radius, center));
+  return points;
 }
 
 namespace {

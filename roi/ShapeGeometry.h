@@ -37,6 +37,18 @@ struct Reach {
   int endRow;
 };
 
+/// Whether a round shape ends left of or above the origin. A radius that does not fit an integer is
+/// the smallest one, and so does.
+inline bool EndsBefore0(int column, int row, int radius) {
+  return long{column} + radius < 0 || long{row} + radius < 0;
+}
+
+/// Raises `cv::Exception` for a negative radius, as OpenCV's drawing does.
+template <typename T>
+void RequireRadius(T radius) {
+  CV_Assert(radius >= 0);
+}
+
 /// The two points of a rectangle or a line as whole numbers.
 struct PointPair {
   explicit PointPair(const VemVarArray& params);
@@ -80,16 +92,26 @@ struct EllipseBox {
 struct ArcSamples {
   explicit ArcSamples(const VemVarArray& params);
 
-  bool outside;  ///< Wholly left of or above the origin; without samples then.
+  std::size_t Count() const;
+  std::vector<cv::Point> List() const;
+
+  double radius;
+  double start;
+  double end;
+  cv::Point center;
+  bool outside;  ///< Wholly left of or above the origin.
   Canvas canvas;
-  std::vector<cv::Point> points;
 };
 
 /// Which of an arc's whole degrees are sampled: those before its end, or its end too.
 enum class ArcEnd { kExcluded, kIncluded };
 
+/// How many whole degrees there are from `start`, truncated, to `end`, none above the largest
+/// integer.
+std::size_t CountDegrees(double start, double end, ArcEnd arcEnd);
+
 /// Samples a circle about a pixel at each whole degree from `start`, truncated, to `end`, and
-/// truncates the points to whole numbers.
+/// truncates the points to whole numbers. There is room for one more.
 std::vector<cv::Point> SampleDegrees(double start, double end, ArcEnd arcEnd, double radius,
                                      const cv::Point& center);
 

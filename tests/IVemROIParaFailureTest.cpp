@@ -3,6 +3,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <opencv2/core.hpp>
 
 #include "support/HeapCounter.h"
 #include "support/RoiShapes.h"
@@ -88,6 +89,76 @@ TEST(IVemROIParaFailureOfMasks, MasksFromContoursLeaveNoShape) {
   EXPECT_GE(failures, 3);
   EXPECT_EQ(para.Type, VemROIMask);
   EXPECT_GE(para.Rows.Length(), 20);
+}
+
+struct LongCase {
+  const char* name;
+  VemROIType type;
+  Doubles params;
+  int length;
+  long blocks;  // One for each array, one for an arc's samples.
+};
+
+// Shapes whose room is asked for in one piece, so that one too large for memory fails at once.
+TEST(IVemROIParaFailureOfMasks, RoomIsAskedForFirst) {
+  if (!HeapCounter::kCounts) GTEST_SKIP() << "the sanitizer has its own new";
+  const LongCase cases[] = {
+      {"Rect1", VemROIRect1, {0, 0, 19999, 9}, 20000, 3},
+      {"Line", VemROILine, {0, 0, 20000, 10}, 20001, 3},
+      {"LineUpward", VemROILine, {20000, 0, 0, 10}, 20001, 3},
+      {"LineFromFarLeft", VemROILine, {-1e9, -1e9, 1000, 1000}, 1001, 3},
+      {"LineMostlyLeft", VemROILine, {0, -999, 2000, 1}, 4, 3},
+      {"Arc", VemROIArc, {500, 500, 400, 0, 20000}, 20001, 4},
+  };
+  for (const LongCase& c : cases) {
+    SCOPED_TRACE(c.name);
+    IVemROIPara para;
+    MakeShape(para, c.type, c.params);
+    VemVarArray rows, firstColumns, lastColumns;
+    int width = 0;
+    int height = 0;
+    const HeapCounter counter;
+    EXPECT_TRUE(para.GetMask(&rows, &firstColumns, &lastColumns, &width, &height));
+    EXPECT_EQ(counter.Taken(), c.blocks);
+    EXPECT_EQ(rows.Length(), c.length);
+  }
+}
+
+// Only who writes the fields can store one.
+TEST(IVemROIParaFailureOfMasks, NegativeRadiusRaisesInOneForm) {
+  const struct {
+    const char* name;
+    VemROIType type;
+    Doubles params;
+    bool runsRaise;
+  } cases[] = {
+      {"Circle", VemROICircle, {100, 100, -5}, false},
+      {"EllipseFirst", VemROIEllipse, {100, 100, -40, 30, 20}, false},
+      {"EllipseSecond", VemROIEllipse, {100, 100, 40, -30, 20}, false},
+      {"Ring", VemROITorus, {100, 100, 20, -50, 10, 360}, true},
+      {"Sector", VemROITorus, {100, 100, 20, -50, 10, 90}, true},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    IVemROIPara para;
+    MakeShape(para, c.type, c.params);
+    VemVarArray rows, firstColumns, lastColumns;
+    VemContourArray contours;
+    int width = kWidthBefore;
+    int height = kHeightBefore;
+    const auto runs = [&] {
+      return para.GetMask(&rows, &firstColumns, &lastColumns, &width, &height);
+    };
+    const auto outlines = [&] { return para.GetMask(&contours, &width, &height); };
+    if (c.runsRaise) {
+      EXPECT_THROW(runs(), cv::Exception);
+    } else {
+      EXPECT_THROW(outlines(), cv::Exception);
+    }
+    EXPECT_EQ(width, kWidthBefore);
+    EXPECT_EQ(height, kHeightBefore);
+    EXPECT_TRUE(c.runsRaise ? outlines() : runs());
+  }
 }
 
 }  // namespace
