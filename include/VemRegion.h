@@ -17,7 +17,8 @@ struct VemRegionData;
 /// Run arrays are copied, never kept or changed, and copies of a region are deep. Nothing is
 /// reported: refused input gives the empty region, 0 by 0 without runs. What throws is the
 /// allocator, and OpenCV's where points need a mask too large for memory; a region that was there
-/// before is then sound, but its canvas and its runs need not belong together.
+/// before is then as it was. Only where its new runs are texts, canvas and runs need not belong
+/// together.
 ///
 /// Use an object from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemRegion {

@@ -22,8 +22,11 @@ struct VemVarStore {
 /// is a deep copy, but for the reference that the non-const operator[] gives.
 ///
 /// Nothing is reported: an operation that tests its index does nothing on a bad one. What throws is
-/// the allocator alone. Use an array from one thread at a time; reading it from several at once is
-/// safe.
+/// the allocator alone, and after a throw the array is as before; but Insert where there is room,
+/// Remove, Replace and Swap assign elements over elements: where a text can't be copied, the
+/// element that was to take it is of kind VemVarNone, and one may stand twice.
+///
+/// Use an array from one thread at a time; reading it from several at once is safe.
 class VEM_EXPORT VemVarArray {
  public:
   VemVarArray();                                     ///< Empty.

@@ -9,8 +9,8 @@
 #include "VemRegionData.h"
 #include "masks/Canvas.h"
 #include "masks/ContourFill.h"
+#include "masks/RunSink.h"
 #include "masks/RunTriple.h"
-#include "masks/TripleWriter.h"
 #include "values/TypedArray.h"
 
 namespace {
@@ -124,10 +124,13 @@ void PaintRuns(VemRegionData& region, const std::vector<std::vector<cv::Point>>&
   RequireCanvas(width, height);
   ContourFill fill(FillArea(width, height));
   for (const std::vector<cv::Point>& contour : contours) fill.Add(contour);
+  std::vector<Run> painted;
+  RunLister lister(painted);
+  fill.Fill(lister);
   RunTriple runs(region.Rows, region.FirstColumns, region.LastColumns);
+  runs.Reserve(painted.size());
   runs.Clear();
-  TripleWriter writer(runs);
-  fill.Fill(writer);
+  runs.Append(painted);
 }
 
 }  // namespace
@@ -258,16 +261,21 @@ void IVemRegionArrayPara::Select(int position, VemRegion& region) {
   VemRegionData& data = *region.data_;
   const int width = typed_array::ElementCopy(Widths, position);
   const int height = typed_array::ElementCopy(Heights, position);
-  if (Rows.empty()) {
-    PaintRuns(data, typed_array::ElementCopy(Contours, position), width, height);
-  } else {
-    const bool any = typed_array::InRange(Rows, position);
-    const auto entry = static_cast<std::size_t>(position);
-    ReplaceRuns(data, *this, entry, any ? entry + 1 : entry);
+  const bool outlined = Rows.empty() || !Hierarchies.empty();
+  OutlineLists outlines;
+  if (outlined) {
+    outlines = {typed_array::ElementCopy(Contours, position),
+                typed_array::ElementCopy(Hierarchies, position)};
   }
-  if (Rows.empty() || !Hierarchies.empty()) {
-    data.Hierarchy = typed_array::ElementCopy(Hierarchies, position);
-    data.Contours = typed_array::ElementCopy(Contours, position);
+  if (Rows.empty()) {
+    PaintRuns(data, outlines.contours, width, height);
+  } else {
+    const auto entry = static_cast<std::size_t>(position);
+    ReplaceRuns(data, *this, entry, std::min(entry + 1, Rows.size()));
+  }
+  if (outlined) {
+    data.Hierarchy.swap(outlines.hierarchy);
+    data.Contours.swap(outlines.contours);
   }
   data.Width = width;
   data.Height = height;

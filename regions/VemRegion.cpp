@@ -1,5 +1,7 @@
 #include "VemRegion.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <vector>
 
 #include <opencv2/core.hpp>
@@ -69,11 +71,19 @@ VemRegion::VemRegion(const VemRegion& other) : VemRegion() { *this = other; }
 
 VemRegion& VemRegion::operator=(const VemRegion& other) {
   if (data_ == nullptr) data_ = new VemRegionData;
-  CreateRegion(other.data_->Width, other.data_->Height, other.data_->Rows,
-               other.data_->FirstColumns, other.data_->LastColumns);
-  if (other.data_->Contours.empty()) return *this;
-  data_->Hierarchy = other.data_->Hierarchy;
-  data_->Contours = other.data_->Contours;
+  const VemRegionData& source = *other.data_;
+  const bool outlined = !source.Contours.empty();
+  std::vector<cv::Vec4i> hierarchy;
+  std::vector<std::vector<cv::Point>> contours;
+  if (outlined) {
+    hierarchy = source.Hierarchy;
+    contours = source.Contours;
+  }
+  CreateRegion(source.Width, source.Height, other.data_->Rows, other.data_->FirstColumns,
+               other.data_->LastColumns);
+  if (!outlined) return *this;
+  data_->Hierarchy.swap(hierarchy);
+  data_->Contours.swap(contours);
   return *this;
 }
 
@@ -82,7 +92,11 @@ VemRegion::~VemRegion() { delete data_; }
 void VemRegion::SetWidth(int width) { data_->Width = width; }
 void VemRegion::SetHeight(int height) { data_->Height = height; }
 
+// Room for all three comes first: numbers are then assigned without an allocation.
 void VemRegion::SetRuns(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns) {
+  const int longest = std::max({rows.Length(), firstColumns.Length(), lastColumns.Length()});
+  RunTriple(data_->Rows, data_->FirstColumns, data_->LastColumns)
+      .Reserve(static_cast<std::size_t>(longest));
   data_->Rows = rows;
   data_->FirstColumns = firstColumns;
   data_->LastColumns = lastColumns;
@@ -90,9 +104,9 @@ void VemRegion::SetRuns(VemVarArray& rows, VemVarArray& firstColumns, VemVarArra
 
 void VemRegion::CreateRegion(int width, int height, VemVarArray& rows, VemVarArray& firstColumns,
                              VemVarArray& lastColumns) {
+  SetRuns(rows, firstColumns, lastColumns);
   SetWidth(width);
   SetHeight(height);
-  SetRuns(rows, firstColumns, lastColumns);
 }
 
 int VemRegion::Width() const { return data_->Width; }

@@ -33,30 +33,16 @@ void Destroy(VemVar* element, std::size_t count) {
   if (BestWordKernels().anyText(element, count)) std::destroy_n(element, count);
 }
 
-// Over elements that are no texts, or where none stand. Where a text can't be copied, nothing is.
-void CopyOver(VemVar* target, const VemVar* source, std::size_t count) {
+// To where no element stands. Where a text can't be copied, none stands there afterwards either.
+void CopyTo(VemVar* target, const VemVar* source, std::size_t count) {
   if (!BestWordKernels().copy(target, source, count)) return;
   std::size_t i = 0;
   try {
     for (; i < count; ++i) new (target + i) VemVar(source[i]);
   } catch (...) {
-    std::uninitialized_default_construct_n(target + i, count - i);
+    std::destroy_n(target, i);
     throw;
   }
-}
-
-void AssignOver(VemVar* target, const VemVar* source, std::size_t count) {
-  if (BestWordKernels().anyText(target, count)) {
-    std::copy_n(source, count, target);
-  } else {
-    CopyOver(target, source, count);
-  }
-}
-
-void AppendCopies(VemVarStore& store, const VemVar* source, std::size_t count) {
-  VemVar* const target = store.Last;
-  store.Last += count;
-  CopyOver(target, source, count);
 }
 
 void MoveTo(VemVarStore& store, std::size_t room) {
@@ -148,24 +134,29 @@ void Release(VemVarStore& store) {
   store = {};
 }
 
+// Texts are copied aside, so that the old elements stand until all are there.
 void Assign(VemVarStore& store, const VemVarStore& source) {
   if (&store == &source) return;
   const std::size_t count = Count(source);
-  if (count > static_cast<std::size_t>(store.Limit - store.First)) {
-    Owned copy;
-    Reserve(copy, count);
-    AppendCopies(copy, source);
-    std::swap<VemVarStore>(store, copy);
-    return;
+  const bool fits = count <= static_cast<std::size_t>(store.Limit - store.First);
+  if (fits && (store.First == store.Last || !BestWordKernels().anyText(source.First, count))) {
+    Truncate(store, 0);
+    return AppendCopies(store, source);
   }
-  const std::size_t common = std::min(count, Count(store));
-  AssignOver(store.First, source.First, common);
-  Truncate(store, common);
-  AppendCopies(store, source.First + common, count - common);
+  Owned copy;
+  Reserve(copy, count);
+  AppendCopies(copy, source);
+  if (!fits) return std::swap<VemVarStore>(store, copy);
+  Truncate(store, 0);
+  BestWordKernels().copy(store.First, copy.First, count);
+  store.Last += count;
+  copy.Last = copy.First;
 }
 
 void AppendCopies(VemVarStore& store, const VemVarStore& source) {
-  AppendCopies(store, source.First, Count(source));
+  const std::size_t count = Count(source);
+  CopyTo(store.Last, source.First, count);
+  store.Last += count;
 }
 
 void MoveLastTo(VemVarStore& store, VemVar* place) {

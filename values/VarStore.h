@@ -33,11 +33,12 @@ void Truncate(VemVarStore& store, std::size_t count);
 /// Destroys the elements and gives their block back.
 void Release(VemVarStore& store);
 
-/// Makes the elements deep copies of the source's, as a vector's assignment does: in the block
-/// there is, or else in one that just holds them.
+/// Makes the elements deep copies of the source's: in the block there is, or else in one that just
+/// holds them. Where one can't be copied, nothing changes.
 void Assign(VemVarStore& store, const VemVarStore& source);
 
-/// Appends deep copies of the source's elements, another store's, for which there must be room.
+/// Appends deep copies of the source's elements, another store's, for which there must be room, or
+/// none.
 void AppendCopies(VemVarStore& store, const VemVarStore& source);
 
 /// Moves the last element before the one at `place`; those from there on move up.
