@@ -92,11 +92,15 @@ VemMatrix& VemMatrix::operator=(const VemMatrix& other) {
 VemMatrix::~VemMatrix() { delete mat; }
 
 // The expression is assigned, not a matrix made from it: OpenCV then clears a buffer of the same
-// size and type in place.
+// size and type in place. Any other is made aside, since OpenCV sets the size before it asks for
+// memory.
 void VemMatrix::SetMatrix(int rows, int cols, VemMatrixType type) {
   if (!IsMatrixType(type) || rows <= 0 || cols <= 0) return;
   RequireCountable(rows, cols, type);
-  *mat = cv::Mat::zeros(rows, cols, type);
+  cv::Mat cleared;
+  if (mat->rows == rows && mat->cols == cols && mat->type() == type) cleared = *mat;
+  cleared = cv::Mat::zeros(rows, cols, type);
+  *mat = cleared;
 }
 
 void VemMatrix::SetTo(VemVar value) {
