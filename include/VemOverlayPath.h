@@ -19,9 +19,9 @@ class IVemOverlayPath;
 ///
 /// A position must be valid: nothing is reported. A reference to an element lives until the path
 /// grows beyond its room, loses an element, is assigned to or ends. What throws is the allocator,
-/// OpenCV's included, and Reserve; the path is then sound, but may hold a part of what was to be
-/// added or assigned. Use a path from one thread at a time; reading it from several at once is
-/// safe.
+/// OpenCV's included, and Reserve; the path is then as before, but where an assignment fails in the
+/// copy that it returns, it is done. Use a path from one thread at a time; reading it from several
+/// at once is safe.
 ///
 /// The handle owns an IVemOverlayPath, alone.
 class VEM_EXPORT VemOverlayPath {

@@ -11,7 +11,7 @@
 IVemOverlayPath::IVemOverlayPath() = default;
 IVemOverlayPath::IVemOverlayPath(const IVemOverlayPath& other) : Overlays(other.Overlays) {}
 IVemOverlayPath IVemOverlayPath::operator=(const IVemOverlayPath& other) {
-  Overlays = other.Overlays;
+  typed_array::Assign(Overlays, other.Overlays);
   return *this;
 }
 IVemOverlayPath::~IVemOverlayPath() = default;
@@ -100,10 +100,17 @@ void IVemOverlayPath::AddOverlay(VemOverlay& overlay) {
   Take(copy);
 }
 
-// The length counts as it is at entry, for a path that is added to itself.
+// The length counts as it is at entry, for a path that is added to itself. Where one can't be
+// copied, none is added.
 void IVemOverlayPath::AddPath(VemOverlayPath& path) {
+  const std::size_t before = Overlays.size();
   const int count = path.Length();
-  for (int i = 0; i < count; ++i) AddOverlay(path[i]);
+  try {
+    for (int i = 0; i < count; ++i) AddOverlay(path[i]);
+  } catch (...) {
+    while (Overlays.size() > before) Overlays.pop_back();
+    throw;
+  }
 }
 
 void IVemOverlayPath::Insert(int position, VemOverlay overlay) {

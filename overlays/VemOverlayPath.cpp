@@ -1,13 +1,14 @@
 #include "VemOverlayPath.h"
 
 #include "IVemOverlayPath.h"
+#include "values/TypedArray.h"
 
 VemOverlayPath::VemOverlayPath() : impl_(new IVemOverlayPath) {}
 VemOverlayPath::VemOverlayPath(const VemOverlayPath& other)
     : impl_(new IVemOverlayPath(*other.impl_)) {}
 // The list alone, since the implementation's own assignment makes one more copy of it.
 VemOverlayPath VemOverlayPath::operator=(const VemOverlayPath& other) {
-  impl_->Overlays = other.impl_->Overlays;
+  typed_array::Assign(impl_->Overlays, other.impl_->Overlays);
   return *this;
 }
 VemOverlayPath::~VemOverlayPath() { delete impl_; }
