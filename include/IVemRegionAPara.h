@@ -30,8 +30,8 @@ class Vec;
 /// written past the end of one, and what a list lacks counts as 0 or as no runs.
 ///
 /// Nothing is reported. What throws is the allocator, and OpenCV's where contours must be painted:
-/// all lists are then as before, and so is a region that was to be written. Use an object from one thread at a time; Length, Select and Union
-/// change nothing of it, and may run on several at once.
+/// all lists are then as before, and so is a region that was to be written. Use an object from one
+/// thread at a time; Length, Select and Union change nothing of it, and may run on several at once.
 class VEM_EXPORT IVemRegionArrayPara {
  public:
   IVemRegionArrayPara();                                  ///< No regions.
