@@ -131,6 +131,8 @@ struct MatrixTraits : MatArrayTraits<VemMatrixArray, VemMatrix, 1> {
   }
 };
 
+// All have outlines, or none has: the array delivers outlines rightly only then.
+template <bool kHaveOutlines>
 struct RegionTraits : ArrayTraits<VemRegionArray, VemRegion> {
   using Assigned = VemRegionArray&;
   static constexpr bool kHasReferences = false;
@@ -140,6 +142,7 @@ struct RegionTraits : ArrayTraits<VemRegionArray, VemRegion> {
   static RegionValue Value(int number) {
     RegionValue value = {10 + number, 20 - number, {}, {}};
     for (int i = 0; i < number % 3; ++i) value.runs.push_back({number, 2 * i, 3 * number});
+    if (kHaveOutlines) value.outlines = {{{{number, 0}, {0, number}}}, {{-1, -1, -1, -1}}};
     return value;
   }
   static VemRegion Make(int number) { return MakeRegion(Value(number)); }
@@ -401,8 +404,11 @@ class Sequence {
     }
   }
 
+  // Outlines would stay behind.
+  static constexpr bool kAppendsArrays = !std::is_same_v<Traits, RegionTraits<true>>;
+
   void AppendArray() {
-    if (numbers_.size() + otherNumbers_.size() > 30) return;
+    if (!kAppendsArrays || numbers_.size() + otherNumbers_.size() > 30) return;
     if constexpr (!std::is_same_v<Traits, VarTraits>) array_.Append(other_);
     if constexpr (std::is_same_v<Traits, VarTraits>) array_ = array_ + other_;
     numbers_.insert(numbers_.end(), otherNumbers_.begin(), otherNumbers_.end());
@@ -410,6 +416,7 @@ class Sequence {
   }
 
   void AppendItself() {
+    if (!kAppendsArrays) return;
     if constexpr (!std::is_same_v<Traits, VarTraits>) array_.Append(array_);
     if constexpr (std::is_same_v<Traits, VarTraits>) array_ = array_ + array_;
     const Numbers once = numbers_;
@@ -465,7 +472,7 @@ class Sequence {
   void Further() {
     if constexpr (std::is_same_v<Traits, VarTraits>) {
       FurtherOfVars();
-    } else if constexpr (std::is_same_v<Traits, RegionTraits>) {
+    } else if constexpr (std::is_same_v<Array, VemRegionArray>) {
       Unite();
     } else {
       Append();
@@ -504,7 +511,7 @@ class Sequence {
   void Unite() {
     RegionValue expected;
     for (const int number : numbers_) {
-      const RegionValue value = RegionTraits::Value(number);
+      const RegionValue value = Traits::Value(number);
       expected.width = std::max(expected.width, value.width);
       expected.height = std::max(expected.height, value.height);
       expected.runs.insert(expected.runs.end(), value.runs.begin(), value.runs.end());
@@ -534,7 +541,7 @@ constexpr void (*kSequences[])(ByteReader&) = {
     RunSequence<ContourTraits>,
     RunSequence<ImageTraits>,
     RunSequence<MatrixTraits>,
-    RunSequence<RegionTraits>,
+    RunSequence<RegionTraits<false>>,
     RunSequence<ROITraits>,
     RunSequence<FeaturePointTraits>,
     RunSequence<BarcodeTraits>,
@@ -542,6 +549,7 @@ constexpr void (*kSequences[])(ByteReader&) = {
     RunSequence<CodeTraits<VemQRCodeArray, VemQRCodeFields>>,
     RunSequence<CodeTraits<VemPDF417CodeArray, VemPDF417CodeFields>>,
     RunSequence<CodeTraits<VemVCodeArray, VemVCodeFields>>,
+    RunSequence<RegionTraits<true>>,
 };
 
 }  // namespace
