@@ -42,7 +42,9 @@ class Vertices {
     const int kind = in_.Below(8);
     Chain chain;
     for (int left = 1 + in_.Below(kind == 7 ? 120 : 12); left > 0; --left) {
-      cv::Point2d p(Coordinate(canvas_.width), Coordinate(canvas_.height));
+      const bool far = kind == 5 || (kind == 6 && in_.Flag());
+      cv::Point2d p(far ? FarCoordinate() : Coordinate(canvas_.width),
+                    far ? FarCoordinate() : Coordinate(canvas_.height));
       if (!chain.empty() && kind < 4) Align(kind, chain, p);
       chain.push_back(p);
     }
@@ -52,13 +54,16 @@ class Vertices {
  private:
   double Coordinate(int size) {
     const int kind = in_.Byte();
-    if (kind < 140) return in_.Between(-2, size + 2);
-    if (kind < 180) return in_.Between(-2 * size, 3 * size) / 2.0;
-    if (kind < 200) return in_.Raw<std::int16_t>();
-    if (kind < 220) return in_.Raw<std::int32_t>();
-    if (kind < 230) return INT_MAX - in_.Below(100);
-    if (kind < 240) return INT_MIN + in_.Below(100);
-    return in_.Number();
+    if (kind < 150) return in_.Between(-2, size + 2);
+    if (kind < 200) return in_.Between(-2 * size, 3 * size) / 2.0;
+    if (kind < 220) return in_.Raw<std::int16_t>();
+    return kind < 240 ? FarCoordinate() : in_.Number();
+  }
+
+  double FarCoordinate() {
+    const int kind = in_.Byte();
+    if (kind < 100) return INT_MAX - in_.Below(200);
+    return kind < 200 ? INT_MIN + in_.Below(200) : in_.Raw<std::int32_t>();
   }
 
   // The point before again, a level edge, an upright one, there and back.

@@ -3,7 +3,9 @@
 //
 // - a setter that takes its arguments stores them in the kind's order, one that refuses them leaves
 //   no element; pixels, runs, pen and brush stay but where told;
-// - each reader gives what its table says, rounded to float or not, and on another kind nothing;
+// - each reader gives what its table says, rounded to float or not, be the values such as its
+// setter
+//   takes or not, and on another kind nothing;
 // - copies are whole, and an overlay's pixels are its own.
 
 #include <climits>
@@ -196,7 +198,7 @@ class Overlays {
 
   void Perform() {
     for (int left = 30; left > 0 && !in_.IsEmpty(); --left) {
-      Step(in_.Below(24));
+      Step(in_.Below(25));
       RequireFields(plain_, record_, "the record");
       RequireFields(plain_, Impl(handle_), "the handle");
       Require(handle_.OverlayType() == plain_.element.type, "a handle tells its kind");
@@ -229,6 +231,8 @@ class Overlays {
         return SetBrush();
       case 22:
         return Reset();
+      case 23:
+        return ChangeValue();
       default:
         return Copy();
     }
@@ -372,6 +376,17 @@ class Overlays {
     plain_.element = {};
     plain_.pixels.clear();
     plain_.runs.clear();
+  }
+
+  // Values that no setter takes are read all the same.
+  void ChangeValue() {
+    std::vector<VemVar>& values = plain_.element.values;
+    if (values.empty() || Is(VemOverlayText)) return;
+    const int index = in_.Below(static_cast<int>(values.size()));
+    const VemVar value = in_.Flag() ? VemVar(in_.Between(-2, 7)) : VemVar(in_.Number());
+    values[static_cast<std::size_t>(index)] = value;
+    record_.Params.Replace(index, value);
+    Impl(handle_).Params.Replace(index, value);
   }
 
   // By construction the pixels are shared between records, by assignment and in handles they are

@@ -19,6 +19,7 @@
 
 #include "ByteReader.h"
 #include "IVemROIPara.h"
+#include "IVemRegionAPara.h"
 #include "Require.h"
 #include "VemOverlay.h"
 #include "VemROI.h"
@@ -143,6 +144,27 @@ Chains OutlinesOfMask(const VemROI& mask, const cv::Size& canvas) {
   return PointsOf(contours);
 }
 
+Runs RunsOfRegion(VemRegion& region) {
+  Triple triple(Runs{{7, 7, 7}});
+  region.GetRegionRuns(&triple.rows, &triple.firsts, &triple.lasts);
+  return triple.List();
+}
+
+// An array that has outlines alone paints them.
+void RequireRegionOfOutlines(const Chains& outlines, const cv::Size& canvas, const Runs& expected) {
+  IVemRegionArrayPara array;
+  array.Widths.push_back(canvas.width);
+  array.Heights.push_back(canvas.height);
+  std::vector<std::vector<cv::Point>> contours;
+  for (const Chain& chain : outlines) contours.emplace_back(chain.begin(), chain.end());
+  std::vector<cv::Vec4i> hierarchy(contours.size());
+  array.Append(contours, hierarchy, true);
+  VemRegion region;
+  array.Select(0, region);
+  RequireSame(RunsOfRegion(region), expected, "a region of outlines");
+  Require(region.Width() == canvas.width && region.Height() == canvas.height, "its canvas");
+}
+
 void RequireOutlinesBack(cv::Mat& raster, const Runs& expected) {
   IVemROIPara para;
   VemContourArray contours = ContoursOf({{{1, 2}}});
@@ -152,6 +174,7 @@ void RequireOutlinesBack(cv::Mat& raster, const Runs& expected) {
   Require(width == raster.cols && height == raster.rows, "MatToMask tells the raster's size");
   RequireSame(PointsOf(contours), TracedContours(raster), "the outlines of a raster");
   RequireSame(para.ToMAT(contours, width, height), raster, "a raster of its outlines");
+  RequireRegionOfOutlines(PointsOf(contours), raster.size(), expected);
   VemROI mask;
   mask.GenMask(contours, width, height);
   if (width < 2 || height < 2) return Require(mask.ROIType() == VemROINone, "too small a canvas");
@@ -160,12 +183,6 @@ void RequireOutlinesBack(cv::Mat& raster, const Runs& expected) {
 }
 
 // --- Regions ------------------------------------------------------------------------------------
-
-Runs RunsOfRegion(VemRegion& region) {
-  Triple triple(Runs{{7, 7, 7}});
-  region.GetRegionRuns(&triple.rows, &triple.firsts, &triple.lasts);
-  return triple.List();
-}
 
 bool StandsBefore(const Run& a, const Run& b) {
   return a.Row != b.Row ? a.Row < b.Row : a.FirstColumn < b.FirstColumn;
@@ -228,9 +245,12 @@ Runs ReadRuns(ByteReader& in, const cv::Size& canvas) {
   };
   Runs runs;
   for (int left = in.Below(40); left > 0 && !in.IsEmpty(); --left) {
-    const int row = end(canvas.height);
-    const int first = end(canvas.width);
-    runs.push_back({row, first, end(canvas.width)});
+    Run run = {end(canvas.height), end(canvas.width), end(canvas.width)};
+    if (!runs.empty() && (run.LastColumn & 1) != 0) {  // Beside the one before.
+      run.Row = runs.back().Row;
+      run.FirstColumn = runs.back().LastColumn == INT_MAX ? 0 : runs.back().LastColumn + 1;
+    }
+    runs.push_back(run);
   }
   return runs;
 }
