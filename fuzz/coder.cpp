@@ -43,11 +43,21 @@ std::vector<double> Values() {
   return {1, -0.0, Limits::denorm_min(), Limits::quiet_NaN(), -1e-300, Limits::infinity()};
 }
 
+/// A float of 16 bits; all that is compared with is its zero, of either sign.
+struct Half {
+  bool operator!=(const Half& zero) const { return ((bits ^ zero.bits) & 0x7fff) != 0; }
+  std::uint16_t bits;
+};
+template <>
+std::vector<Half> Values() {
+  return {{0x3c00}, {0x8000}, {0x0001}, {0x7e00}, {0xbc00}, {0x7c00}};
+}
+
 /// A raster over bytes of its own, which end with the last pixel, and what is set in it.
 class AnyRaster {
  public:
   explicit AnyRaster(ByteReader& in)
-      : depth_(in.Below(7)),
+      : depth_(in.Below(8)),
         width_(1 + (in.Flag() ? in.Below(40) : in.Below(700))),
         height_(1 + in.Below(width_ > 100 ? 12 : 40)),
         padding_(in.Flag() ? in.Below(70) : 0),
@@ -97,8 +107,10 @@ class AnyRaster {
         return Store<std::int32_t>(set, in);
       case CV_32F:
         return Store<float>(set, in);
-      default:
+      case CV_64F:
         return Store<double>(set, in);
+      default:
+        return Store<Half>(set, in);
     }
   }
 
