@@ -8,7 +8,7 @@
 //   takes or not, and on another kind nothing;
 // - copies are whole, and an overlay's pixels are its own.
 
-#include <climits>
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -143,23 +143,21 @@ void RequireReading(const OverlayKind& kind, const Reading& reading, const Readi
        testing::PrintToString(expected));
 }
 
-void RequireReadings(const Plain& plain, IVemOverlay& record, VemOverlay& handle) {
-  for (const OverlayKind& kind : OverlayKinds()) {
-    if (plain.element.type == kind.type && !plain.element.values.empty()) {
-      const Reading expected = ReadingOf(kind.type, plain.element.values);
-      RequireReading(kind, kind.get(record), expected, "the record's Get");
-      Reading reading = expected;
-      if (kind.type == VemOverlayPoint) reading.result = true;
-      RequireReading(kind, kind.read(handle), reading, "the handle's Get");
-      continue;
-    }
-    const Reading expected = UntouchedOf(kind.type);
-    RequireReading(kind, kind.get(record), expected, "another record's Get");
-    // The handle's doubles are indeterminate then; points and whole numbers stay.
+// Reads an element of the kind. On another kind the handle's doubles are indeterminate; points and
+// whole numbers stay.
+void RequireReadingsOf(const OverlayKind& kind, const Plain& plain, IVemOverlay& record,
+                       VemOverlay& handle) {
+  if (plain.element.type != kind.type || plain.element.values.empty()) {
+    RequireReading(kind, kind.get(record), UntouchedOf(kind.type), "another record's Get");
     const Reading reading = kind.read(handle);
     Require(reading.result == (kind.type == VemOverlayPoint), "another handle's Get", kind.name);
-    Require(reading.outputs[0] == -1 && reading.outputs[1] == -2, "another handle's point stays");
+    return Require(reading.outputs[0] == -1 && reading.outputs[1] == -2,
+                   "another handle's point stays");
   }
+  Reading expected = ReadingOf(kind.type, plain.element.values);
+  RequireReading(kind, kind.get(record), expected, "the record's Get");
+  if (kind.type == VemOverlayPoint) expected.result = true;
+  RequireReading(kind, kind.read(handle), expected, "the handle's Get");
 }
 
 std::vector<unsigned char> BytesOf(const cv::Mat& mat) {
@@ -198,11 +196,11 @@ class Overlays {
 
   void Perform() {
     for (int left = 30; left > 0 && !in_.IsEmpty(); --left) {
-      Step(in_.Below(25));
+      Step(in_.Below(28));
       RequireFields(plain_, record_, "the record");
       RequireFields(plain_, Impl(handle_), "the handle");
       Require(handle_.OverlayType() == plain_.element.type, "a handle tells its kind");
-      RequireReadings(plain_, record_, handle_);
+      RequireReadings();
       RequireText();
       RequireImage();
       RequireRegion();
@@ -232,9 +230,9 @@ class Overlays {
       case 22:
         return Reset();
       case 23:
-        return ChangeValue();
-      default:
         return Copy();
+      default:
+        return ChangeValue();
     }
   }
 
@@ -382,7 +380,8 @@ class Overlays {
   void ChangeValue() {
     std::vector<VemVar>& values = plain_.element.values;
     if (values.empty() || Is(VemOverlayText)) return;
-    const int index = in_.Below(static_cast<int>(values.size()));
+    const auto count = static_cast<int>(values.size());
+    const int index = in_.Flag() ? in_.Below(count) : count - 1 - in_.Below(std::min(count, 3));
     const VemVar value = in_.Flag() ? VemVar(in_.Between(-2, 7)) : VemVar(in_.Number());
     values[static_cast<std::size_t>(index)] = value;
     record_.Params.Replace(index, value);
@@ -409,6 +408,16 @@ class Overlays {
     assigned = itself;
     copied.Reset();
     handle_ = assigned;
+  }
+
+  // Its own kind after each operation, the others in turn.
+  void RequireReadings() {
+    const auto& kinds = OverlayKinds();
+    turn_ = (turn_ + 1) % kinds.size();
+    RequireReadingsOf(kinds[turn_], plain_, record_, handle_);
+    for (const OverlayKind& kind : kinds) {
+      if (Is(kind.type)) RequireReadingsOf(kind, plain_, record_, handle_);
+    }
   }
 
   bool Is(int type) const { return plain_.element.type == type; }
@@ -489,6 +498,7 @@ class Overlays {
   IVemOverlay record_;
   VemOverlay handle_;
   Plain plain_;
+  std::size_t turn_ = 0;
 };
 
 }  // namespace

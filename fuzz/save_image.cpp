@@ -6,6 +6,7 @@
 // the
 //   name's ending and of the level, and result and exceptions are its own;
 // - a wide name means the file of its UTF-8 form; what is no Unicode gives false;
+// - where the folder is missing, nothing is written, and the result is as told above;
 // - what was written reads back alike under both names.
 //
 // All files stand in a folder of the process, which is removed at the end.
@@ -64,10 +65,11 @@ const Folders& TheFolders() {
 
 // --- The input ----------------------------------------------------------------------------------
 
-/// A name as code points, and whether it is passed as wide characters.
+/// A name as code points, whether it is passed as wide characters, and the folder it stands in.
 struct Name {
   std::wstring points;
   bool wide;
+  const char* folder;  // One that is missing, or "".
 };
 
 const wchar_t* const kEndings[] = {L".png", L".PnG", L".jpg", L".JPEG", L"jpeg",
@@ -86,7 +88,8 @@ wchar_t PointOf(ByteReader& in, bool wide) {
 }
 
 Name ReadName(ByteReader& in) {
-  Name name = {L"", in.Flag()};
+  const int kind = in.Byte();
+  Name name = {L"", (kind & 1) != 0, kind < 230 ? "" : "missing/"};
   for (int left = in.Below(8); left > 0; --left) name.points += PointOf(in, name.wide);
   const int ending = in.Below(20);
   if (ending < 14) name.points += kEndings[ending];
@@ -157,7 +160,7 @@ Outcome SavePlainly(const cv::Mat& pixels, const Name& name, bool hasLevel, int 
   std::vector<int> parameters;
   if (!ParametersOf(name, hasLevel, level, &parameters)) return kFalse;
   if (name.wide && !IsUnicode(name.points)) return kFalse;
-  const std::string path = TheFolders().Twins() + BytesOf(name);
+  const std::string path = TheFolders().Twins() + name.folder + BytesOf(name);
   // Without rows there is nothing to write, but a name that no encoder takes is refused.
   const cv::Mat written = pixels.empty() ? cv::Mat(cv::Mat::zeros(1, 1, CV_32FC1)) : pixels;
   try {
@@ -179,7 +182,7 @@ bool SaveAs(VemImage& image, const Path& path, bool hasLevel, int level) {
 
 Outcome Save(VemImage& image, const Name& name, bool hasLevel, int level) {
   // A short name stands alone: it never comes to a file.
-  const std::string folder = name.points.size() < 4 ? "" : TheFolders().Ours();
+  const std::string folder = name.points.size() < 4 ? "" : TheFolders().Ours() + name.folder;
   const std::wstring wideFolder(folder.begin(), folder.end());
   try {
     const bool result = name.wide ? SaveAs(image, wideFolder + name.points, hasLevel, level)
