@@ -48,20 +48,25 @@ inline bool HasMode(int type) {
   return type == VemOverlayRakeRect1 || type == VemOverlayRakeRect2 || type == VemOverlaySpokeTorus;
 }
 
-/// Arguments of a kind, x before y: often such as are just taken, or just refused.
+/// Arguments of a kind, x before y: any, or such as grow one by one, which every kind takes.
 inline Doubles ReadArguments(ByteReader& in, int type) {
-  const auto coordinate = [&] { return in.Flag() ? in.Between(-4, 12) / 2.0 : in.Number(); };
+  const bool fits = in.Flag();
+  double last = 0;
+  const auto next = [&] {
+    if (fits) return last += in.Between(1, 6) / 2.0;
+    return in.Flag() ? in.Between(-4, 12) / 2.0 : in.Number();
+  };
   Doubles arguments;
   if (IsChain(type)) {
-    for (int left = 2 * in.Below(6); left > 0; --left) arguments.push_back(coordinate());
+    for (int left = 2 * in.Below(6); left > 0; --left) arguments.push_back(next());
     return arguments;
   }
   const int numbers = CountOf(type) - (HasMode(type) ? 2 : 0);
-  for (int i = 0; i < numbers; ++i) arguments.push_back(coordinate());
-  if (HasMode(type)) {
-    arguments.push_back(in.Byte() < 230 ? in.Between(-1, 6) : in.Raw<int>());
-    arguments.push_back(in.Byte() < 230 ? in.Between(-1, 5) : in.Raw<int>());
-  }
+  for (int i = 0; i < numbers; ++i) arguments.push_back(next());
+  if (!HasMode(type)) return arguments;
+  const int mode = type == VemOverlaySpokeTorus ? 4 + in.Below(2) : in.Below(4);
+  arguments.push_back(fits ? mode : in.Byte() < 230 ? in.Between(-1, 6) : in.Raw<int>());
+  arguments.push_back(fits ? 2 + in.Below(4) : in.Byte() < 230 ? in.Between(-1, 5) : in.Raw<int>());
   return arguments;
 }
 
