@@ -53,7 +53,7 @@ inline Doubles ReadArguments(ByteReader& in, int type) {
   const bool fits = in.Flag();
   double last = 0;
   const auto next = [&] {
-    if (fits) return last += in.Between(1, 6) / 2.0;
+    if (fits) return last += in.Between(1, 6) / 3.0;  // No float.
     return in.Flag() ? in.Between(-4, 12) / 2.0 : in.Number();
   };
   Doubles arguments;
