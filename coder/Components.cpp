@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 #include "coder/RunBlock.h"
 #include "coder/RunScanner.h"
@@ -14,18 +15,23 @@ namespace {
 class Labels {
  public:
   /// Makes room for `count` more labels.
-  void Reserve(std::size_t count) { parents_.Grow(count_, count_ + count); }
+  void Reserve(std::size_t count) {
+    parents_.Grow(count_, count_ + count);
+    runs_.Grow(count_, count_ + count);
+  }
 
+  /// Adds a label that has one run.
   int Add() {
     parents_[count_] = static_cast<int>(count_);
+    runs_[count_] = 1;
     return static_cast<int>(count_++);
   }
 
   int Root(int label) {
-    int parent = At(label);
+    int parent = Parent(label);
     while (parent != label) {
       label = parent;
-      parent = At(label);
+      parent = Parent(label);
     }
     return label;
   }
@@ -33,27 +39,40 @@ class Labels {
   /// Unites two roots. Returns the root of both.
   int Unite(int a, int b) {
     const int root = std::min(a, b);
-    At(std::max(a, b)) = root;
+    Parent(std::max(a, b)) = root;
     return root;
   }
 
-  /// Turns labels into the numbers of components, counted in the order of their first runs. Returns
-  /// how many there are.
+  void AddRuns(int label, int count) { RunsOf(label) += count; }
+
+  /// Turns labels into the numbers of components, counted in the order of their first runs, and the
+  /// runs of labels into those of components. Returns how many there are.
   int Number() {
     int components = 0;
     for (std::size_t i = 0; i < count_; ++i) {
+      const int runs = runs_[i];
       const int parent = parents_[i];
-      parents_[i] = static_cast<std::size_t>(parent) == i ? components++ : At(parent);
+      if (static_cast<std::size_t>(parent) == i) {
+        RunsOf(components) = runs;
+        parents_[i] = components++;
+      } else {
+        parents_[i] = Parent(parent);
+        AddRuns(parents_[i], runs);
+      }
     }
     return components;
   }
 
-  int NumberOf(int label) { return At(label); }
+  int NumberOf(int label) { return Parent(label); }
+
+  /// The runs of a label, or of a component once there are numbers.
+  int& RunsOf(int label) { return runs_[static_cast<std::size_t>(label)]; }
 
  private:
-  int& At(int label) { return parents_[static_cast<std::size_t>(label)]; }
+  int& Parent(int label) { return parents_[static_cast<std::size_t>(label)]; }
 
   Scratch<int> parents_;
+  Scratch<int> runs_;
   std::size_t count_ = 0;
 };
 
@@ -82,13 +101,16 @@ class Labeller {
         slots_ = static_cast<std::size_t>(found.ends[i] - EdgesOf(0)) / 2;
         if (found.likeAbove[i]) {
           LabelAsAbove(begin);
+          ++repeats_;
         } else {
+          CountRepeats();
           LabelRow(begin);
         }
         labels_[slots_++] = kNoLabel;
         above_ = begin;
       }
     }
+    CountRepeats();
   }
 
   int TakeRuns(std::vector<Run>& runs, std::vector<int>& starts) {
@@ -128,6 +150,15 @@ class Labeller {
     if (row > 0) scanner_.MoveAbove(EdgesOf(above_), EdgesOf(slots_ - 1));
   }
 
+  // Counts the runs of the rows that were like the one above them, for all such rows in turn.
+  void CountRepeats() {
+    if (repeats_ == 0) return;
+    for (const int* label = &labels_[above_]; *label != kNoLabel; ++label) {
+      sets_.AddRuns(*label, repeats_);
+    }
+    repeats_ = 0;
+  }
+
   // A row that is like the one above: each run touches the one above it, and no other.
   void LabelAsAbove(std::size_t begin) {
     const int* above = &labels_[above_];
@@ -155,6 +186,7 @@ class Labeller {
         above += 2;
         root = sets_.Unite(root, sets_.Root(*++aboveLabel));
       }
+      sets_.AddRuns(root, 1);
       *label++ = root;
     }
   }
@@ -173,58 +205,37 @@ class Labeller {
   }
 
   void TakeByNumber(std::vector<Run>& runs, std::vector<int>& starts, int components) {
-    std::vector<int> next = CountRuns(components);
     int sum = 0;
-    for (int& place : next) {
-      const int size = place;
-      place = sum;
-      sum += size;
+    for (int number = 0; number < components; ++number) {
+      sum += std::exchange(sets_.RunsOf(number), sum);
       starts.push_back(sum);
     }
     runs.resize(static_cast<std::size_t>(sum));
     const Edge* edges = EdgesOf(1);
     int row = 0;
-    int number = 0;
-    int place = next[0];  // Of the component whose run was stored last.
+    int last = 0;   // The component whose run was stored last.
+    int place = 0;  // Of its next run.
     for (std::size_t i = 1; i < slots_; ++i, edges += 2) {
       if (labels_[i] == kNoLabel) {
         ++row;
         continue;
       }
-      if (labels_[i] != number) {
-        next[static_cast<std::size_t>(number)] = place;
-        number = labels_[i];
-        place = next[static_cast<std::size_t>(number)];
+      const int number = sets_.NumberOf(labels_[i]);
+      if (number != last) {
+        sets_.RunsOf(last) = place;
+        last = number;
+        place = sets_.RunsOf(number);
       }
       runs[static_cast<std::size_t>(place++)] = {row, static_cast<int>(edges[0]),
                                                  static_cast<int>(edges[1] - 1)};
     }
   }
 
-  // Turns the labels into numbers of components. Returns how many runs each has. Counted aside
-  // while the number stays: one after the other, additions in memory wait for each other.
-  std::vector<int> CountRuns(int components) {
-    std::vector<int> counts(static_cast<std::size_t>(components));
-    int number = 0;
-    int count = 0;
-    for (std::size_t i = 1; i < slots_; ++i) {
-      if (labels_[i] == kNoLabel) continue;
-      labels_[i] = sets_.NumberOf(labels_[i]);
-      if (labels_[i] != number) {
-        counts[static_cast<std::size_t>(number)] += count;
-        number = labels_[i];
-        count = 0;
-      }
-      ++count;
-    }
-    counts[static_cast<std::size_t>(number)] += count;
-    return counts;
-  }
-
   RunScanner scanner_;
   Labels sets_;
   std::size_t slots_ = 0;
   std::size_t above_ = 0;  // The first slot of the row above.
+  int repeats_ = 0;  // How many rows in turn, that one the last, were like the one above them.
   std::size_t capacity_ = 0;
   Scratch<int> labels_;
   Scratch<Edge> edges_;
