@@ -28,11 +28,7 @@ class Labels {
   }
 
   int Root(int label) {
-    int parent = Parent(label);
-    while (parent != label) {
-      label = parent;
-      parent = Parent(label);
-    }
+    while (Parent(label) != label) label = Parent(label) = Parent(Parent(label));
     return label;
   }
 
