@@ -20,8 +20,8 @@ struct FillArea {
   int endRow;
 };
 
-/// Closed contours, one after the other in one list: each as its last vertex, then all from the
-/// first to the last, so that every two points side by side are an edge.
+/// Closed contours, one after the other in one list: each from a topmost vertex round to it again,
+/// so that every two points side by side are an edge.
 struct FillContours {
   std::vector<cv::Point> points;
   std::vector<std::size_t> ends;  ///< For each contour, where it ends among the points.

@@ -43,11 +43,12 @@ class DenseFill {
   }
 
   void HandOut(RunSink& sink) const {
-    std::vector<Run> runs(static_cast<std::size_t>(area_.width) / 2 + 1);
+    RunBatch batch(sink);
+    const std::size_t most = static_cast<std::size_t>(area_.width) / 2 + 1;
     for (int row = area_.firstRow; row < area_.endRow; ++row) {
-      Run* const end = ListRuns(row, runs.data());
-      if (end != runs.data()) sink.AddRow(runs.data(), end);
+      batch.Take(ListRuns(row, batch.Room(most)));
     }
+    batch.Finish();
   }
 
  private:

@@ -57,7 +57,31 @@ void WalkCrossings(const FillEdge& edge, const FillArea& area, Visit visit) {
   for (int row = top; row < end; ++row, x += step) visit(row, x);
 }
 
-/// A quotient rounded down that advances with its dividend, exact at any length.
+/// Small numbers: the ends of a line on a canvas of everyday size, at most `kBriefRows` rows apart.
+constexpr std::int64_t kBriefColumns = std::int64_t{1} << 29;
+constexpr std::int64_t kBriefRows = std::int64_t{1} << 14;
+
+/// A quotient rounded down that advances with its dividend, for lines of small numbers. It is held
+/// in units of 2^-32, `kBias` above what its divisor divides. As the divisor is at most twice
+/// `kBriefRows` and each step of at most `kBriefRows` strays by less than a unit, the bias keeps it
+/// at or above the true quotient, and below the next that the divisor can give.
+class BriefQuotient {
+ public:
+  static constexpr std::int64_t kOne = std::int64_t{1} << 32;
+  static constexpr std::int64_t kBias = 4 * kBriefRows;
+
+  BriefQuotient(std::int64_t value, std::int64_t step) : value_(value), step_(step) {}
+
+  std::int64_t Value() const { return value_ >> 32; }
+  void Advance() { value_ += step_; }
+  void Advance(std::int64_t steps) { value_ += step_ * steps; }
+
+ private:
+  std::int64_t value_;
+  std::int64_t step_;
+};
+
+/// As above, exact at any length.
 class SteadyQuotient {
  public:
   /// `quotient + rest / divisor` where the rest is at least 0 and less than the divisor; both parts
@@ -90,64 +114,113 @@ class SteadyQuotient {
   std::int64_t divisor_;
 };
 
+/// A line between two points of a canvas, downward.
+struct DownwardLine {
+  explicit DownwardLine(const FillEdge& edge)
+      : upper(edge.Upper()),
+        lower(edge.Lower()),
+        across(static_cast<std::int64_t>(lower.x) - upper.x),
+        down(static_cast<std::int64_t>(lower.y) - upper.y) {}
+
+  bool IsSteep() const { return -down <= across && across <= down; }
+  bool IsBrief() const { return down <= kBriefRows && std::max(upper.x, lower.x) < kBriefColumns; }
+
+  const cv::Point& upper;
+  const cv::Point& lower;
+  std::int64_t across;
+  std::int64_t down;
+};
+
 /// The one column in each row of a steep line, t rows below its upper end:
 ///
 ///     upper.x + floor((2 * across * t + down - 1) / (2 * down))
-inline SteadyQuotient SteepColumns(const cv::Point& upper, std::int64_t across, std::int64_t down) {
-  const std::int64_t whole = across < 0 ? -1 : across == down ? 1 : 0;
-  return {upper.x, down - 1, whole, 2 * (across - whole * down), 2 * down};
+inline SteadyQuotient SteepColumns(const DownwardLine& line) {
+  const std::int64_t down = line.down;
+  const std::int64_t whole = line.across < 0 ? -1 : line.across == down ? 1 : 0;
+  return {line.upper.x, down - 1, whole, 2 * (line.across - whole * down), 2 * down};
+}
+
+/// As above, from the least dividend to the one a bias below the next quotient.
+inline BriefQuotient BriefSteepColumns(const DownwardLine& line) {
+  constexpr std::int64_t kOne = BriefQuotient::kOne;
+  return {line.upper.x * kOne + kOne / 2 - BriefQuotient::kBias, line.across * kOne / line.down};
 }
 
 /// Where a flat line leaves its rows. Those columns are in its row t that lie between the values
 /// for t and t + 1, the left one included:
 ///
 ///     upper.x + 1 + floor((2 * across * t - across) / (2 * down))
-inline SteadyQuotient FlatColumns(const cv::Point& upper, std::int64_t across, std::int64_t down) {
-  std::int64_t whole = Divide(across, down);
-  if (whole * down > across) --whole;
-  const std::int64_t rest = across - whole * down;
+inline SteadyQuotient FlatColumns(const DownwardLine& line) {
+  const std::int64_t down = line.down;
+  std::int64_t whole = Divide(line.across, down);
+  if (whole * down > line.across) --whole;
+  const std::int64_t rest = line.across - whole * down;
   // Half of the step back, in whole columns and a rest.
   const std::int64_t back = (whole & 1) * down + rest;
   const std::int64_t borrow = back > 0 ? 1 : 0;
-  return {upper.x + 1 - (whole >> 1) - borrow, 2 * down * borrow - back, whole, 2 * rest, 2 * down};
+  return {line.upper.x + 1 - (whole >> 1) - borrow, 2 * down * borrow - back, whole, 2 * rest,
+          2 * down};
+}
+
+inline BriefQuotient BriefFlatColumns(const DownwardLine& line) {
+  constexpr std::int64_t kOne = BriefQuotient::kOne;
+  const std::int64_t step = line.across * kOne / line.down;
+  return {(line.upper.x + std::int64_t{1}) * kOne - (step >> 1) + BriefQuotient::kBias, step};
+}
+
+template <typename Columns, typename Visit>
+void WalkSteep(Columns columns, int top, int last, Visit visit) {
+  for (int row = top; row <= last; ++row, columns.Advance()) {
+    const int column = static_cast<int>(columns.Value());
+    visit(row, column, column);
+  }
+}
+
+template <typename Columns, typename Visit>
+void WalkFlat(const DownwardLine& line, Columns columns, int top, int last, Visit visit) {
+  const int left = std::min(line.upper.x, line.lower.x);
+  const int right = std::max(line.upper.x, line.lower.x);
+  std::int64_t before = columns.Value();
+  for (int row = top; row <= last; ++row) {
+    columns.Advance();
+    const std::int64_t behind = columns.Value();
+    const std::int64_t first = std::min(before, behind);
+    const std::int64_t end = std::max(before, behind);
+    visit(row, static_cast<int>(std::max<std::int64_t>(first, left)),
+          static_cast<int>(std::min<std::int64_t>(end - 1, right)));
+    before = behind;
+  }
 }
 
 /// Calls `visit(row, first, last)` for each of the area's rows that an 8-connected line between two
 /// points of the canvas meets, downward, with the columns of its pixels there.
 template <typename Visit>
-void WalkBorder(const FillEdge& line, const FillArea& area, Visit visit) {
-  const cv::Point& upper = line.Upper();
-  const cv::Point& lower = line.Lower();
-  const int top = std::max(upper.y, area.firstRow);
-  const int last = std::min(lower.y, area.endRow - 1);
+void WalkBorder(const FillEdge& edge, const FillArea& area, Visit visit) {
+  const DownwardLine line(edge);
+  const int top = std::max(line.upper.y, area.firstRow);
+  const int last = std::min(line.lower.y, area.endRow - 1);
   if (top > last) return;
-  const std::int64_t across = static_cast<std::int64_t>(lower.x) - upper.x;
-  const std::int64_t down = static_cast<std::int64_t>(lower.y) - upper.y;
-  const std::int64_t skipped = static_cast<std::int64_t>(top) - upper.y;
-  if (down == 0) return visit(top, std::min(upper.x, lower.x), std::max(upper.x, lower.x));
-
-  if (-down <= across && across <= down) {
-    SteadyQuotient columns = SteepColumns(upper, across, down);
-    if (skipped != 0) columns.Advance(skipped);
-    for (int row = top; row <= last; ++row, columns.Advance()) {
-      const int column = static_cast<int>(columns.Value());
-      visit(row, column, column);
-    }
-    return;
-  }
-  SteadyQuotient columns = FlatColumns(upper, across, down);
-  if (skipped != 0) columns.Advance(skipped);
-  for (int row = top; row <= last; ++row) {
-    const std::int64_t before = columns.Value();
-    columns.Advance();
-    const std::int64_t behind = columns.Value();
-    if (across > 0) {
-      visit(row, static_cast<int>(std::max<std::int64_t>(before, upper.x)),
-            static_cast<int>(std::min<std::int64_t>(behind - 1, lower.x)));
+  const std::int64_t skipped = static_cast<std::int64_t>(top) - line.upper.y;
+  if (line.down == 0) {
+    visit(top, std::min(edge.from.x, edge.to.x), std::max(edge.from.x, edge.to.x));
+  } else if (line.IsSteep()) {
+    if (line.IsBrief()) {
+      BriefQuotient columns = BriefSteepColumns(line);
+      columns.Advance(skipped);
+      WalkSteep(columns, top, last, visit);
     } else {
-      visit(row, static_cast<int>(std::max<std::int64_t>(behind, lower.x)),
-            static_cast<int>(std::min<std::int64_t>(before - 1, upper.x)));
+      SteadyQuotient columns = SteepColumns(line);
+      if (skipped != 0) columns.Advance(skipped);
+      WalkSteep(columns, top, last, visit);
     }
+  } else if (line.IsBrief()) {
+    BriefQuotient columns = BriefFlatColumns(line);
+    columns.Advance(skipped);
+    WalkFlat(line, columns, top, last, visit);
+  } else {
+    SteadyQuotient columns = FlatColumns(line);
+    if (skipped != 0) columns.Advance(skipped);
+    WalkFlat(line, columns, top, last, visit);
   }
 }
 

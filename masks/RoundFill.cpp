@@ -197,6 +197,7 @@ class ConvexFill {
 }  // namespace
 
 void FillCircle(const cv::Point& center, int radius, const cv::Size& canvas, RunSink& sink) {
+  RunBatch batch(sink);
   const std::int64_t square = static_cast<std::int64_t>(radius) * radius;
   const std::int64_t top = std::max<std::int64_t>(std::int64_t{center.y} - radius, 0);
   const std::int64_t end =
@@ -207,9 +208,11 @@ void FillCircle(const cv::Point& center, int radius, const cv::Size& canvas, Run
     const std::int64_t first = std::max<std::int64_t>(center.x - half, 0);
     const std::int64_t last = std::min<std::int64_t>(center.x + half, canvas.width - 1);
     if (first > last) continue;
-    Run run = {static_cast<int>(row), static_cast<int>(first), static_cast<int>(last)};
-    sink.AddRow(&run, &run + 1);
+    Run* const run = batch.Room(1);
+    *run = {static_cast<int>(row), static_cast<int>(first), static_cast<int>(last)};
+    batch.Take(run + 1);
   }
+  batch.Finish();
 }
 
 void FillEllipse(const cv::RotatedRect& ellipse, const cv::Size& canvas, RunSink& sink) {

@@ -37,18 +37,16 @@ void RunCollector::Sort() {
 }
 
 void RunCollector::HandOut(RunSink& sink) {
+  if (runs_.empty()) return;
   Sort();
   // The runs of a row are united in place.
-  for (std::size_t i = 0; i < runs_.size();) {
-    const std::size_t begin = i;
-    std::size_t last = i;
-    for (++i; i < runs_.size() && runs_[i].Row == runs_[begin].Row; ++i) {
-      if (runs_[i].FirstColumn <= runs_[last].LastColumn + 1) {
-        runs_[last].LastColumn = std::max(runs_[last].LastColumn, runs_[i].LastColumn);
-      } else {
-        runs_[++last] = runs_[i];
-      }
+  Run* last = runs_.data();
+  for (const Run& run : runs_) {
+    if (run.Row == last->Row && run.FirstColumn <= std::int64_t{last->LastColumn} + 1) {
+      last->LastColumn = std::max(last->LastColumn, run.LastColumn);
+    } else {
+      *++last = run;
     }
-    sink.AddRow(runs_.data() + begin, runs_.data() + last + 1);
   }
+  sink.Add(runs_.data(), last + 1);
 }

@@ -2,10 +2,20 @@
 
 #include <cstring>
 
-void RunPainter::AddRow(Run* first, Run* end) {
-  unsigned char* const pixels = raster_.ptr(first->Row);
+void RunBatch::Finish() {
+  if (end_ != runs_.data()) sink_.Add(runs_.data(), end_);
+  end_ = runs_.data();
+}
+
+void RunBatch::MakeRoom(std::size_t count) {
+  Finish();
+  if (runs_.size() < count) runs_.resize(count);
+  end_ = runs_.data();
+}
+
+void RunPainter::Add(Run* first, Run* end) {
   for (const Run* run = first; run != end; ++run) {
     const int length = run->LastColumn - run->FirstColumn + 1;
-    std::memset(pixels + run->FirstColumn, 255, static_cast<std::size_t>(length));
+    std::memset(raster_.ptr(run->Row, run->FirstColumn), 255, static_cast<std::size_t>(length));
   }
 }

@@ -1,6 +1,7 @@
 #ifndef MASKS_RUN_SINK_H_
 #define MASKS_RUN_SINK_H_
 
+#include <cstddef>
 #include <vector>
 
 #include <opencv2/core.hpp>
@@ -8,23 +9,50 @@
 #include "VemRLC.h"
 
 /// Takes the runs of a shape, row by row from the top and from left to right: maximal runs, of
-/// which no two touch. A row without runs is left out.
+/// which no two touch.
 class RunSink {
  public:
-  /// The runs of one row, `first` to the one before `end`; at least one. The sink may change them.
-  virtual void AddRow(Run* first, Run* end) = 0;
+  /// The next runs, `first` to the one before `end`; at least one. The sink may change them.
+  virtual void Add(Run* first, Run* end) = 0;
 
  protected:
   ~RunSink() = default;
+};
+
+/// Hands runs to a sink, many at a time.
+class RunBatch {
+ public:
+  explicit RunBatch(RunSink& sink) : sink_(sink), runs_(kRoom), end_(runs_.data()) {}
+  RunBatch(const RunBatch&) = delete;
+  RunBatch& operator=(const RunBatch&) = delete;
+
+  /// Where the next runs go: there is room for `count`.
+  Run* Room(std::size_t count) {
+    if (static_cast<std::size_t>(runs_.data() + runs_.size() - end_) < count) MakeRoom(count);
+    return end_;
+  }
+
+  /// Takes the runs that were written there, up to the one before `end`.
+  void Take(Run* end) { end_ = end; }
+
+  /// Hands out what is left.
+  void Finish();
+
+ private:
+  static constexpr std::size_t kRoom = 256;
+
+  void MakeRoom(std::size_t count);
+
+  RunSink& sink_;
+  std::vector<Run> runs_;
+  Run* end_;
 };
 
 /// Lists the runs.
 class RunLister final : public RunSink {
  public:
   explicit RunLister(std::vector<Run>& runs) : runs_(runs) {}
-  void AddRow(Run* first, Run* end) override {
-    for (const Run* run = first; run != end; ++run) runs_.push_back(*run);
-  }
+  void Add(Run* first, Run* end) override { runs_.insert(runs_.end(), first, end); }
 
  private:
   std::vector<Run>& runs_;
@@ -34,7 +62,7 @@ class RunLister final : public RunSink {
 class RunPainter final : public RunSink {
  public:
   explicit RunPainter(cv::Mat& raster) : raster_(raster) {}
-  void AddRow(Run* first, Run* end) override;
+  void Add(Run* first, Run* end) override;
 
  private:
   cv::Mat& raster_;

@@ -8,289 +8,274 @@
 
 namespace {
 
-/// A run of columns within a row, both ends included.
-struct Span {
-  std::int64_t first;
-  std::int64_t last;
-};
-
-/// What a chain of edges has in each row, from `top` to the row before `end`, and what it has in
-/// the row at hand.
-template <typename T>
-struct Chain {
-  int top;
-  int end;
-  std::size_t next;  ///< Where the chain's list goes on below the row at hand.
-  T now;
-};
-
-/// Chains that wait, the next at the end, and those at hand.
-template <typename T>
-struct Schedule {
-  // Makes room for a chain, filled with `value`; returns where its list starts.
-  T* Add(int top, int end, const T& value) {
-    const std::size_t start = lists.size();
-    waiting.push_back({top, end, start, value});
-    lists.resize(start + static_cast<std::size_t>(end - top), value);
-    return lists.data() + start;
-  }
-
-  void Begin() {
-    std::sort(waiting.begin(), waiting.end(),
-              [](const Chain<T>& a, const Chain<T>& b) { return a.top > b.top; });
-  }
-
-  int NextTop() const { return waiting.empty() ? INT_MAX : waiting.back().top; }
-
-  void Admit(int row) {
-    for (; !waiting.empty() && waiting.back().top == row; waiting.pop_back()) {
-      active.push_back(waiting.back());
-    }
-  }
-
-  void Retire(int row) {
-    active.erase(std::remove_if(active.begin(), active.end(),
-                                [&](const Chain<T>& chain) { return chain.end <= row; }),
-                 active.end());
-  }
-
-  /// The first row in which those at hand are no longer the same.
-  int Stop() const {
-    int stop = NextTop();
-    for (const Chain<T>& chain : active) stop = std::min(stop, chain.end);
-    return stop;
-  }
-
-  // Goes to the next row. The chains' order changes little from row to row; where it does, sorting
-  // anew is cheaper.
-  void Advance() {
-    const T* const list = lists.data();
-    for (Chain<T>& chain : active) chain.now = list[chain.next++];
-    std::size_t moves = 0;
-    for (std::size_t i = 1; i < active.size(); ++i) {
-      if (!StandsBefore(active[i], active[i - 1])) continue;
-      const Chain<T> chain = active[i];
-      std::size_t k = i;
-      for (; k > 0 && StandsBefore(chain, active[k - 1]); --k) active[k] = active[k - 1];
-      active[k] = chain;
-      moves += i - k;
-      if (moves > 16 * active.size()) return std::sort(active.begin(), active.end(), StandsBefore);
-    }
-  }
-
-  static bool StandsBefore(const Chain<T>& a, const Chain<T>& b) { return a.now < b.now; }
-
-  std::vector<T> lists;
-  std::vector<Chain<T>> waiting;
-  std::vector<Chain<T>> active;
-};
-
-/// The pixels of a border within a row, both ends included.
+/// Columns within a row, both ends included; none where the last is the one before the first.
 struct Stretch {
-  bool operator<(const Stretch& other) const { return first < other.first; }
+  void Widen(const Stretch& other) {
+    first = std::min(first, other.first);
+    last = std::max(last, other.last);
+  }
 
   int first;
   int last;
 };
 
+constexpr Stretch kNothing = {INT_MAX, INT_MIN};
+
+/// Stretches in rows one below the other, and the one in the row at hand.
+struct Strand {
+  bool operator<(const Strand& other) const { return now.first < other.now.first; }
+
+  Stretch now;
+  int top;
+  int end;
+  std::size_t next;  ///< Where the list of stretches goes on below the row at hand.
+};
+
+/// Strands that wait, the next at the end, and those at hand, from left to right.
+class Schedule {
+ public:
+  // Returns the strand's stretches, empty.
+  Stretch* Add(int top, int end) {
+    const std::size_t start = stretches_.size();
+    waiting_.push_back({kNothing, top, end, start});
+    stretches_.resize(start + static_cast<std::size_t>(end - top), kNothing);
+    return stretches_.data() + start;
+  }
+
+  void Begin() {
+    std::sort(waiting_.begin(), waiting_.end(),
+              [](const Strand& a, const Strand& b) { return a.top > b.top; });
+  }
+
+  const std::vector<Strand>& Active() const { return active_; }
+
+  int NextTop() const { return waiting_.empty() ? INT_MAX : waiting_.back().top; }
+
+  void Admit(int row) {
+    for (; !waiting_.empty() && waiting_.back().top == row; waiting_.pop_back()) {
+      active_.push_back(waiting_.back());
+    }
+  }
+
+  void Retire(int row) {
+    active_.erase(std::remove_if(active_.begin(), active_.end(),
+                                 [&](const Strand& strand) { return strand.end <= row; }),
+                  active_.end());
+  }
+
+  /// The first row in which those at hand are no longer the same.
+  int Stop() const {
+    int stop = NextTop();
+    for (const Strand& strand : active_) stop = std::min(stop, strand.end);
+    return stop;
+  }
+
+  void Advance() {
+    const Stretch* const stretches = stretches_.data();
+    bool ordered = true;
+    int before = INT_MIN;
+    for (Strand& strand : active_) {
+      strand.now = stretches[strand.next++];
+      ordered &= before <= strand.now.first;
+      before = strand.now.first;
+    }
+    if (!ordered) Sort();
+  }
+
+  void Clear() { stretches_.clear(); }
+
+ private:
+  // The order changes little from row to row; where it does, sorting anew is cheaper.
+  void Sort() {
+    std::size_t moves = 0;
+    for (std::size_t i = 1; i < active_.size(); ++i) {
+      if (!(active_[i] < active_[i - 1])) continue;
+      const Strand strand = active_[i];
+      std::size_t k = i;
+      for (; k > 0 && strand < active_[k - 1]; --k) active_[k] = active_[k - 1];
+      active_[k] = strand;
+      moves += i - k;
+      if (moves > 16 * active_.size()) return std::sort(active_.begin(), active_.end());
+    }
+  }
+
+  std::vector<Stretch> stretches_;
+  std::vector<Strand> waiting_;
+  std::vector<Strand> active_;
+};
+
+/// Contours as strands. The edges of a contour that lead downward, or upward, until it turns are a
+/// side: one strand, which has in each row, the first and the last included, the pixels of the
+/// edges' borders, or where these leave the canvas and part from the edges, what the crossing
+/// covers alone. So each row has an even number of sides, and a crossing lies in its side's stretch
+/// or in the gap next to it.
+///
+/// A pair of sides covers all from the first column of either to the last of either. Where sides
+/// stand in another order by their first columns than by their crossings, they touch, and the
+/// pairs cover the same together; and two sides that end in a vertex are a pair in its row, or
+/// close the gap between two.
 class SparseFill {
  public:
-  SparseFill(const FillArea& area, RunSink& sink) : area_(area), sink_(sink) {}
+  SparseFill(const FillArea& area, RunSink& sink) : area_(area), runs_(sink) {}
 
   void Fill(const FillContours& contours, int firstRow, int endRow) {
     area_.firstRow = firstRow;
     area_.endRow = endRow;
-    contours.ForEach([&](const cv::Point* first, const cv::Point* end) {
-      AddCrossings(first, end);
-      AddBorders(first, end);
-    });
-    crossings_.Begin();
+    contours.ForEach([&](const cv::Point* first, const cv::Point* end) { AddSides(first, end); });
+    sides_.Begin();
     borders_.Begin();
     for (int row = NextTop(); row != INT_MAX;) {
-      crossings_.Admit(row);
+      sides_.Admit(row);
       borders_.Admit(row);
-      const int stop = std::min(crossings_.Stop(), borders_.Stop());
-      PrepareRow();
+      const int stop = std::min(sides_.Stop(), borders_.Stop());
       for (; row < stop; ++row) FillRow(row);
-      crossings_.Retire(row);
+      sides_.Retire(row);
       borders_.Retire(row);
-      if (crossings_.active.empty() && borders_.active.empty()) row = NextTop();
+      if (sides_.Active().empty() && borders_.Active().empty()) row = NextTop();
     }
-    crossings_.lists.clear();
-    borders_.lists.clear();
+    sides_.Clear();
+    borders_.Clear();
+    runs_.Finish();
   }
 
  private:
-  // Edges that go on downward, or on upward, cross each row once.
-  void AddCrossings(const cv::Point* first, const cv::Point* end) {
+  int NextTop() const { return std::min(sides_.NextTop(), borders_.NextTop()); }
+
+  // A contour begins in its topmost row, where it turns.
+  void AddSides(const cv::Point* first, const cv::Point* end) {
     for (const cv::Point* from = first; from + 1 != end;) {
       const cv::Point* to = from + 1;
       int sense = Sense(from->y, to->y);
       for (; to + 1 != end && KeepsOn(sense, to->y, to[1].y); ++to) {
       }
-      AddCrossingChain(from, to);
+      AddSide(from, to);
+      if (sense == 0) AddSide(from, to);  // There and back.
       from = to;
     }
   }
 
   static int Sense(int from, int to) { return from < to ? 1 : from > to ? -1 : 0; }
 
-  // Whether a step from row to row goes on in the chain's sense, which a level chain takes from it.
+  // Whether a step from row to row goes on in the side's sense, which a level side takes from it.
   static bool KeepsOn(int& sense, int from, int to) {
     const int next = Sense(from, to);
     if (sense == 0) sense = next;
     return next == 0 || next == sense;
   }
 
-  void AddCrossingChain(const cv::Point* first, const cv::Point* last) {
+  void AddSide(const cv::Point* first, const cv::Point* last) {
     const int top = std::max(std::min(first->y, last->y), area_.firstRow);
-    const int end = std::min(std::max(first->y, last->y), area_.endRow);
+    const int end = std::min(std::max(first->y, last->y), area_.endRow - 1) + 1;
     if (top >= end) return;
-    std::int64_t* const list = crossings_.Add(top, end, 0);
+    Stretch* const stretches = sides_.Add(top, end);
     for (const cv::Point* to = first + 1; to <= last; ++to) {
-      WalkCrossings({to[-1], *to}, area_, [&](int row, std::int64_t x) { list[row - top] = x; });
-    }
-  }
-
-  // The lines on both sides of a vertex of the canvas share its pixel. Where a vertex lies
-  // elsewhere, the clipped lines need not touch.
-  void AddBorders(const cv::Point* first, const cv::Point* end) {
-    int sense = 0;
-    for (const cv::Point* to = first + 1; to != end; ++to) {
-      FillEdge line = {to[-1], *to};
-      if (!ClipEdge(line, area_)) continue;
-      if (!IsOnCanvas(to[-1], area_) || !KeepsOn(sense, line.from.y, line.to.y)) {
-        AddBorderChain();
-        sense = Sense(line.from.y, line.to.y);
-      }
-      lines_.push_back(line);
-    }
-    AddBorderChain();
-  }
-
-  void AddBorderChain() {
-    if (lines_.empty()) return;
-    const int from = lines_.front().from.y;
-    const int to = lines_.back().to.y;
-    const int top = std::max(std::min(from, to), area_.firstRow);
-    const int end = std::min(std::max(from, to) + 1, area_.endRow);
-    if (top < end) {
-      Stretch* const list = borders_.Add(top, end, {INT_MAX, -1});
-      for (const FillEdge& line : lines_) {
-        WalkBorder(line, area_, [&](int row, int first, int last) {
-          Stretch& stretch = list[row - top];
-          stretch.first = std::min(stretch.first, first);
-          stretch.last = std::max(stretch.last, last);
+      const FillEdge edge = {to[-1], *to};
+      if (IsPlain(edge)) {
+        AddPlainEdge(edge, stretches, top, end);
+      } else {
+        AddCrossings(edge, [&](int row, int firstColumn, int lastColumn) {
+          stretches[row - top].Widen({firstColumn, lastColumn});
         });
+        AddBorder(edge);
       }
     }
-    lines_.clear();
   }
 
-  int NextTop() const { return std::min(crossings_.NextTop(), borders_.NextTop()); }
+  // A side's edges share the rows of its vertices.
+  void AddPlainEdge(const FillEdge& edge, Stretch* stretches, int top, int end) {
+    const int upper = std::max(edge.Upper().y, top);
+    const int lower = std::min(edge.Lower().y, end - 1);
+    if (upper > lower) return;
+    Stretch& first = stretches[upper - top];
+    Stretch& last = stretches[lower - top];
+    const Stretch above = first;
+    const Stretch below = last;
+    WalkBorder(edge, area_, [&](int row, int firstColumn, int lastColumn) {
+      stretches[row - top] = {firstColumn, lastColumn};
+    });
+    first.Widen(above);
+    last.Widen(below);
+  }
 
-  // Room for the row's spans, each followed by one that ends the list.
-  void PrepareRow() {
-    spans_.resize(crossings_.active.size() / 2 + 1);
-    runs_.resize(crossings_.active.size() / 2 + borders_.active.size());
+  // Whether the crossings of an edge, which drift from it by 1/65536 pixel in a row at most, stay
+  // within half a pixel of it, and its border is drawn from end to end.
+  bool IsPlain(const FillEdge& edge) const {
+    return IsOnCanvas(edge.from, area_) && IsOnCanvas(edge.to, area_) &&
+           edge.Lower().y - edge.Upper().y <= kCrossingOne / 2;
+  }
+
+  // The columns that crossings alone cover on the canvas, and the ends of the edge.
+  template <typename Widen>
+  void AddCrossings(const FillEdge& edge, Widen widen) {
+    const auto add = [&](int row, std::int64_t x) {
+      const std::int64_t first = std::max<std::int64_t>(ColumnFrom(x), 0);
+      const std::int64_t last = std::min<std::int64_t>(ColumnTo(x), area_.width - 1);
+      widen(row, static_cast<int>(std::min<std::int64_t>(first, area_.width)),
+            static_cast<int>(std::max<std::int64_t>(last, -1)));
+    };
+    WalkCrossings(edge, area_, add);
+    for (const cv::Point& p : {edge.from, edge.to}) {
+      if (p.y >= area_.firstRow && p.y < area_.endRow) add(p.y, p.x * kCrossingOne);
+    }
+  }
+
+  void AddBorder(FillEdge line) {
+    if (!ClipEdge(line, area_)) return;
+    const int top = std::max(line.Upper().y, area_.firstRow);
+    const int end = std::min(line.Lower().y + 1, area_.endRow);
+    if (top >= end) return;
+    Stretch* const stretches = borders_.Add(top, end);
+    WalkBorder(line, area_, [&](int row, int first, int last) {
+      stretches[row - top] = {first, last};
+    });
   }
 
   void FillRow(int row) {
-    crossings_.Advance();
+    sides_.Advance();
     borders_.Advance();
-    Run* end = JoinPairs(row);
-    if (end == nullptr) {
-      ListSpans();
-      end = MergeRow(row);
-    }
-    if (end != runs_.data()) sink_.AddRow(runs_.data(), end);
+    runs_.Take(Unite(row, runs_.Room(sides_.Active().size() / 2 + borders_.Active().size())));
   }
 
-  // Mostly each crossing has its border, and a pair covers all from the first one's border to the
-  // second one's. Returns the end of the runs, null where it is otherwise.
-  Run* JoinPairs(int row) {
-    const std::size_t count = borders_.active.size();
-    if (crossings_.active.size() != count || count % 2 != 0) return nullptr;
-    const Chain<Stretch>* border = borders_.active.data();
-    const Chain<std::int64_t>* crossing = crossings_.active.data();
-    const Chain<Stretch>* const end = border + count;
-    Run* run = runs_.data();
-    std::int64_t reached = -2;
-    for (; border != end; border += 2, crossing += 2) {
-      const Stretch& left = border[0].now;
-      const Stretch& right = border[1].now;
-      const std::int64_t first = ColumnFrom(crossing[0].now);
-      const std::int64_t last = ColumnTo(crossing[1].now);
-      if (first < left.first || first > left.last + std::int64_t{1}) return nullptr;
-      if (last + 1 < right.first || last > right.last) return nullptr;
-      const int covered = std::max(left.last, right.last);
-      if (left.first > reached + 1) {
-        *run++ = {row, left.first, covered};
-        reached = covered;
-      } else {
-        reached = std::max<std::int64_t>(reached, covered);
-        run[-1].LastColumn = static_cast<int>(reached);
-      }
-    }
-    return run;
-  }
-
-  // The columns between the crossings, pair by pair, within the area.
-  void ListSpans() {
-    Span* span = spans_.data();
-    for (std::size_t i = 0; i + 1 < crossings_.active.size(); i += 2) {
-      const std::int64_t first = ColumnFrom(crossings_.active[i].now);
-      const std::int64_t last = ColumnTo(crossings_.active[i + 1].now);
-      span->first = std::max<std::int64_t>(first, 0);
-      span->last = std::min<std::int64_t>(last, area_.width - 1);
-      if (span->first <= span->last) ++span;
-    }
-    span->first = INT64_MAX;
-  }
-
-  // Unites the spans and the borders, both ascending, into runs. Returns the end of these.
-  Run* MergeRow(int row) {
-    const Span* span = spans_.data();
-    const Chain<Stretch>* border = borders_.active.data();
-    const Chain<Stretch>* const borderEnd = border + borders_.active.size();
-    Run* run = runs_.data();
+  // Unites what the pairs of sides and the borders cover into runs. Returns the end of these.
+  Run* Unite(int row, Run* run) {
+    const Strand* side = sides_.Active().data();
+    const Strand* const sidesEnd = side + sides_.Active().size();
+    const Strand* border = borders_.Active().data();
+    const Strand* const bordersEnd = border + borders_.Active().size();
     std::int64_t reached = -2;
     while (true) {
-      Span next = *span;
-      if (border != borderEnd && border->now.first <= next.first) {
-        next = {border->now.first, border->now.last};
+      Stretch next;
+      if (border != bordersEnd && (side == sidesEnd || *border < *side)) {
+        next = border->now;
         ++border;
-      } else if (next.first == INT64_MAX) {
-        return run;
+      } else if (side != sidesEnd) {
+        next = {side[0].now.first, std::max(side[0].now.last, side[1].now.last)};
+        side += 2;
+        if (next.first > next.last) continue;
       } else {
-        ++span;
+        return run;
       }
       if (next.first > reached + 1) {
-        run->Row = row;
-        run->FirstColumn = static_cast<int>(next.first);
-        ++run;
+        *run++ = {row, next.first, next.last};
         reached = next.last;
       } else {
-        reached = std::max(reached, next.last);
+        reached = std::max<std::int64_t>(reached, next.last);
+        run[-1].LastColumn = static_cast<int>(reached);
       }
-      run[-1].LastColumn = static_cast<int>(reached);
     }
   }
 
   FillArea area_;
-  RunSink& sink_;
-  Schedule<std::int64_t> crossings_;
-  Schedule<Stretch> borders_;
-  std::vector<FillEdge> lines_;  ///< Those of the border chain at hand.
-  std::vector<Span> spans_;
-  std::vector<Run> runs_;
+  RunBatch runs_;
+  Schedule sides_;
+  Schedule borders_;  ///< Of the edges that part from their crossings.
 };
 
 }  // namespace
 
 void FillSparsely(const FillContours& contours, const FillArea& area, std::int64_t edgeRows,
                   RunSink& sink) {
-  // In bands of rows, lest the chains' lists outgrow the processor's cache; not so many that
+  // In bands of rows, lest the strands' lists outgrow the processor's cache; not so many that
   // passing over the edges for each takes longer.
   const auto edges = static_cast<std::int64_t>(contours.points.size());
   const std::int64_t bands = 1 + edgeRows / std::max<std::int64_t>(8192, 16 * edges);

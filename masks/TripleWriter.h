@@ -9,7 +9,7 @@ class TripleWriter final : public RunSink {
  public:
   explicit TripleWriter(RunTriple& runs) : runs_(runs) {}
 
-  void AddRow(Run* first, Run* end) override { runs_.Append(first, end); }
+  void Add(Run* first, Run* end) override { runs_.Append(first, end); }
 
  private:
   RunTriple& runs_;

@@ -288,13 +288,13 @@ class Placer final : public RunSink {
   Placer(const cv::Point& offset, bool keepsHidden, RunTriple& runs)
       : offset_(offset), keepsHidden_(keepsHidden), runs_(runs) {}
 
-  void AddRow(Run* first, Run* end) override {
-    const int row = WrapAdd(offset_.y, first->Row);
+  void Add(Run* first, Run* end) override {
     Run* placed = first;
     for (const Run* run = first; run != end; ++run) {
       const int last = WrapAdd(offset_.x, run->LastColumn);
       if (last < 0 && !keepsHidden_) continue;
-      *placed++ = {row, std::max(WrapAdd(offset_.x, run->FirstColumn), 0), last};
+      *placed++ = {WrapAdd(offset_.y, run->Row), std::max(WrapAdd(offset_.x, run->FirstColumn), 0),
+                   last};
     }
     runs_.Append(first, placed);
   }
