@@ -16,7 +16,8 @@ struct FillEdge {
 };
 
 inline bool IsOnCanvas(const cv::Point& p, const FillArea& area) {
-  return p.x >= 0 && p.x < area.width && p.y >= 0 && p.y < area.height;
+  return static_cast<unsigned>(p.x) < static_cast<unsigned>(area.width) &&
+         static_cast<unsigned>(p.y) < static_cast<unsigned>(area.height);
 }
 
 /// Clips an edge to the area's canvas, as ClipLine does.
@@ -72,7 +73,7 @@ class BriefQuotient {
 
   BriefQuotient(std::int64_t value, std::int64_t step) : value_(value), step_(step) {}
 
-  std::int64_t Value() const { return value_ >> 32; }
+  int Value() const { return static_cast<int>(value_ >> 32); }
   void Advance() { value_ += step_; }
   void Advance(std::int64_t steps) { value_ += step_ * steps; }
 
@@ -116,17 +117,17 @@ class SteadyQuotient {
 
 /// A line between two points of a canvas, downward.
 struct DownwardLine {
-  explicit DownwardLine(const FillEdge& edge)
-      : upper(edge.Upper()),
-        lower(edge.Lower()),
-        across(static_cast<std::int64_t>(lower.x) - upper.x),
-        down(static_cast<std::int64_t>(lower.y) - upper.y) {}
+  DownwardLine(const cv::Point& from, const cv::Point& to)
+      : upper(from),
+        lower(to),
+        across(static_cast<std::int64_t>(to.x) - from.x),
+        down(static_cast<std::int64_t>(to.y) - from.y) {}
 
   bool IsSteep() const { return -down <= across && across <= down; }
   bool IsBrief() const { return down <= kBriefRows && std::max(upper.x, lower.x) < kBriefColumns; }
 
-  const cv::Point& upper;
-  const cv::Point& lower;
+  cv::Point upper;
+  cv::Point lower;
   std::int64_t across;
   std::int64_t down;
 };
@@ -178,50 +179,54 @@ void WalkSteep(Columns columns, int top, int last, Visit visit) {
 
 template <typename Columns, typename Visit>
 void WalkFlat(const DownwardLine& line, Columns columns, int top, int last, Visit visit) {
-  const int left = std::min(line.upper.x, line.lower.x);
-  const int right = std::max(line.upper.x, line.lower.x);
-  std::int64_t before = columns.Value();
+  using Column = decltype(columns.Value());
+  const Column left = std::min(line.upper.x, line.lower.x);
+  const Column right = std::max(line.upper.x, line.lower.x);
+  const bool rightward = line.across > 0;
+  Column before = columns.Value();
   for (int row = top; row <= last; ++row) {
     columns.Advance();
-    const std::int64_t behind = columns.Value();
-    const std::int64_t first = std::min(before, behind);
-    const std::int64_t end = std::max(before, behind);
-    visit(row, static_cast<int>(std::max<std::int64_t>(first, left)),
-          static_cast<int>(std::min<std::int64_t>(end - 1, right)));
+    const Column behind = columns.Value();
+    const Column first = rightward ? before : behind;
+    const Column end = rightward ? behind : before;
+    visit(row, static_cast<int>(std::max(first, left)), static_cast<int>(std::min(end - 1, right)));
     before = behind;
   }
 }
 
-/// Calls `visit(row, first, last)` for each of the area's rows that an 8-connected line between two
-/// points of the canvas meets, downward, with the columns of its pixels there.
+/// Calls `visit(row, first, last)` for the rows from `top` to `last` of those that an 8-connected
+/// line between two points of the canvas meets, downward, with the columns of its pixels there.
 template <typename Visit>
-void WalkBorder(const FillEdge& edge, const FillArea& area, Visit visit) {
-  const DownwardLine line(edge);
-  const int top = std::max(line.upper.y, area.firstRow);
-  const int last = std::min(line.lower.y, area.endRow - 1);
+void WalkBorder(const DownwardLine& line, int top, int last, Visit visit) {
   if (top > last) return;
   const std::int64_t skipped = static_cast<std::int64_t>(top) - line.upper.y;
   if (line.down == 0) {
-    visit(top, std::min(edge.from.x, edge.to.x), std::max(edge.from.x, edge.to.x));
-  } else if (line.IsSteep()) {
-    if (line.IsBrief()) {
-      BriefQuotient columns = BriefSteepColumns(line);
-      columns.Advance(skipped);
+    visit(top, std::min(line.upper.x, line.lower.x), std::max(line.upper.x, line.lower.x));
+  } else if (line.IsBrief()) {
+    BriefQuotient columns = line.IsSteep() ? BriefSteepColumns(line) : BriefFlatColumns(line);
+    columns.Advance(skipped);
+    if (line.IsSteep()) {
       WalkSteep(columns, top, last, visit);
     } else {
-      SteadyQuotient columns = SteepColumns(line);
-      if (skipped != 0) columns.Advance(skipped);
-      WalkSteep(columns, top, last, visit);
+      WalkFlat(line, columns, top, last, visit);
     }
-  } else if (line.IsBrief()) {
-    BriefQuotient columns = BriefFlatColumns(line);
-    columns.Advance(skipped);
-    WalkFlat(line, columns, top, last, visit);
   } else {
-    SteadyQuotient columns = FlatColumns(line);
+    SteadyQuotient columns = line.IsSteep() ? SteepColumns(line) : FlatColumns(line);
     if (skipped != 0) columns.Advance(skipped);
-    WalkFlat(line, columns, top, last, visit);
+    if (line.IsSteep()) {
+      WalkSteep(columns, top, last, visit);
+    } else {
+      WalkFlat(line, columns, top, last, visit);
+    }
   }
+}
+
+/// As above for all rows of the line that lie in the area.
+template <typename Visit>
+void WalkBorder(const FillEdge& edge, const FillArea& area, Visit visit) {
+  const DownwardLine line(edge.Upper(), edge.Lower());
+  WalkBorder(line, std::max(line.upper.y, area.firstRow), std::min(line.lower.y, area.endRow - 1),
+             visit);
 }
 
 #endif  // MASKS_EDGE_WALK_H_

@@ -101,13 +101,14 @@ std::vector<cv::Point2d> SampleEllipse(const cv::Point2d& center, const cv::Size
 }
 
 std::vector<cv::Point> SampleCircle(const cv::Point& center, int radius, int from, int to) {
-  std::vector<cv::Point> pixels;
-  pixels.reserve(kTurn + 1);
+  std::vector<cv::Point> pixels(kTurn + 1);
+  cv::Point* end = pixels.data();
   VisitDegrees(from, to, 1, [&](int degrees) {
-    const cv::Point pixel(RoundToInt(center.x + radius * Cosine(degrees)),
-                          RoundToInt(center.y + radius * Sine(degrees)));
-    if (pixels.empty() || pixel != pixels.back()) pixels.push_back(pixel);
+    *end = cv::Point(RoundToInt(center.x + radius * Cosine(degrees)),
+                     RoundToInt(center.y + radius * Sine(degrees)));
+    end += end == pixels.data() || *end != end[-1] ? 1 : 0;
   });
+  pixels.resize(static_cast<std::size_t>(end - pixels.data()));
   if (pixels.size() == 1) pixels.assign(2, center);
   return pixels;
 }

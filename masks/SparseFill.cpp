@@ -19,6 +19,10 @@ struct Stretch {
   int last;
 };
 
+/// The crossings of an edge drift from it by 1/65536 pixel in a row at most: so far down they stay
+/// within half a pixel.
+constexpr int kTallest = 1 << 15;
+
 constexpr Stretch kNothing = {INT_MAX, INT_MIN};
 
 /// Stretches in rows one below the other, and the one in the row at hand.
@@ -70,38 +74,58 @@ class Schedule {
     return stop;
   }
 
+  // Goes to the next row. The order changes little from row to row; where it does, sorting anew is
+  // cheaper than moving strand by strand.
   void Advance() {
     const Stretch* const stretches = stretches_.data();
-    bool ordered = true;
-    int before = INT_MIN;
-    for (Strand& strand : active_) {
-      strand.now = stretches[strand.next++];
-      ordered &= before <= strand.now.first;
-      before = strand.now.first;
+    const std::size_t mostMoves = 16 * active_.size();
+    std::size_t moves = 0;
+    for (std::size_t i = 0; i < active_.size(); ++i) {
+      active_[i].now = stretches[active_[i].next++];
+      if (i > 0 && active_[i] < active_[i - 1] && moves <= mostMoves) moves += MoveLeft(i);
     }
-    if (!ordered) Sort();
+    if (moves > mostMoves) std::sort(active_.begin(), active_.end());
   }
 
   void Clear() { stretches_.clear(); }
 
  private:
-  // The order changes little from row to row; where it does, sorting anew is cheaper.
-  void Sort() {
-    std::size_t moves = 0;
-    for (std::size_t i = 1; i < active_.size(); ++i) {
-      if (!(active_[i] < active_[i - 1])) continue;
-      const Strand strand = active_[i];
-      std::size_t k = i;
-      for (; k > 0 && strand < active_[k - 1]; --k) active_[k] = active_[k - 1];
-      active_[k] = strand;
-      moves += i - k;
-      if (moves > 16 * active_.size()) return std::sort(active_.begin(), active_.end());
-    }
+  // Moves a strand to its place among those before it; returns how far.
+  std::size_t MoveLeft(std::size_t i) {
+    const Strand strand = active_[i];
+    std::size_t place = i;
+    for (; place > 0 && strand < active_[place - 1]; --place) active_[place] = active_[place - 1];
+    active_[place] = strand;
+    return i - place;
   }
 
   std::vector<Stretch> stretches_;
   std::vector<Strand> waiting_;
   std::vector<Strand> active_;
+};
+
+/// Unites the stretches of a row, which come by their first columns, into runs.
+class RowOfRuns {
+ public:
+  RowOfRuns(int row, Run* run) : row_(row), end_(run) {}
+
+  void Cover(const Stretch& stretch) {
+    if (stretch.first > stretch.last) return;
+    if (stretch.first > reached_ + 1) {
+      *end_++ = {row_, stretch.first, stretch.last};
+      reached_ = stretch.last;
+    } else {
+      reached_ = std::max(reached_, stretch.last);
+      end_[-1].LastColumn = reached_;
+    }
+  }
+
+  Run* End() const { return end_; }
+
+ private:
+  int row_;
+  int reached_ = -2;
+  Run* end_;
 };
 
 /// Contours as strands. The edges of a contour that lead downward, or upward, until it turns are a
@@ -164,54 +188,56 @@ class SparseFill {
   }
 
   void AddSide(const cv::Point* first, const cv::Point* last) {
-    const int top = std::max(std::min(first->y, last->y), area_.firstRow);
-    const int end = std::min(std::max(first->y, last->y), area_.endRow - 1) + 1;
+    const bool downward = first->y <= last->y;
+    const cv::Point* const uppermost = downward ? first : last;
+    const cv::Point* const lowermost = downward ? last : first;
+    const int top = std::max(uppermost->y, area_.firstRow);
+    const int end = std::min(lowermost->y, area_.endRow - 1) + 1;
     if (top >= end) return;
     Stretch* const stretches = sides_.Add(top, end);
-    for (const cv::Point* to = first + 1; to <= last; ++to) {
-      const FillEdge edge = {to[-1], *to};
-      if (IsPlain(edge)) {
+    const cv::Point* upper = uppermost;
+    for (bool wasOnCanvas = IsOnCanvas(*upper, area_); upper != lowermost;) {
+      const cv::Point* const lower = downward ? upper + 1 : upper - 1;
+      const bool isOnCanvas = IsOnCanvas(*lower, area_);
+      const DownwardLine edge(*upper, *lower);
+      if (wasOnCanvas && isOnCanvas && edge.down <= kTallest) {
         AddPlainEdge(edge, stretches, top, end);
       } else {
-        AddCrossings(edge, [&](int row, int firstColumn, int lastColumn) {
-          stretches[row - top].Widen({firstColumn, lastColumn});
-        });
-        AddBorder(edge);
+        AddCrossings({*upper, *lower}, stretches, top);
+        AddBorder(downward ? FillEdge{*upper, *lower} : FillEdge{*lower, *upper});
       }
+      upper = lower;
+      wasOnCanvas = isOnCanvas;
     }
   }
 
-  // A side's edges share the rows of its vertices.
-  void AddPlainEdge(const FillEdge& edge, Stretch* stretches, int top, int end) {
-    const int upper = std::max(edge.Upper().y, top);
-    const int lower = std::min(edge.Lower().y, end - 1);
-    if (upper > lower) return;
-    Stretch& first = stretches[upper - top];
-    Stretch& last = stretches[lower - top];
-    const Stretch above = first;
-    const Stretch below = last;
-    WalkBorder(edge, area_, [&](int row, int firstColumn, int lastColumn) {
-      stretches[row - top] = {firstColumn, lastColumn};
-    });
-    first.Widen(above);
-    last.Widen(below);
-  }
-
-  // Whether the crossings of an edge, which drift from it by 1/65536 pixel in a row at most, stay
-  // within half a pixel of it, and its border is drawn from end to end.
-  bool IsPlain(const FillEdge& edge) const {
-    return IsOnCanvas(edge.from, area_) && IsOnCanvas(edge.to, area_) &&
-           edge.Lower().y - edge.Upper().y <= kCrossingOne / 2;
+  // An edge whose border is drawn from end to end. In the row of a vertex several may meet.
+  void AddPlainEdge(const DownwardLine& edge, Stretch* stretches, int top, int end) {
+    const auto set = [&](int row, int first, int last) { stretches[row - top] = {first, last}; };
+    const auto widen = [&](const cv::Point& p) {
+      if (p.y >= top && p.y < end) stretches[p.y - top].Widen({p.x, p.x});
+    };
+    if (edge.down == 0 || edge.IsSteep()) {
+      widen(edge.upper);
+      widen(edge.lower);
+      if (edge.down <= 1) return;
+      WalkBorder(edge, std::max(edge.upper.y + 1, top), std::min(edge.lower.y, end) - 1, set);
+    } else {
+      const int row = std::max(edge.upper.y, top);
+      if (row >= end) return;
+      const Stretch above = stretches[row - top];
+      WalkBorder(edge, row, std::min(edge.lower.y, end - 1), set);
+      stretches[row - top].Widen(above);
+    }
   }
 
   // The columns that crossings alone cover on the canvas, and the ends of the edge.
-  template <typename Widen>
-  void AddCrossings(const FillEdge& edge, Widen widen) {
+  void AddCrossings(const FillEdge& edge, Stretch* stretches, int top) {
     const auto add = [&](int row, std::int64_t x) {
       const std::int64_t first = std::max<std::int64_t>(ColumnFrom(x), 0);
       const std::int64_t last = std::min<std::int64_t>(ColumnTo(x), area_.width - 1);
-      widen(row, static_cast<int>(std::min<std::int64_t>(first, area_.width)),
-            static_cast<int>(std::max<std::int64_t>(last, -1)));
+      stretches[row - top].Widen({static_cast<int>(std::min<std::int64_t>(first, area_.width)),
+                                  static_cast<int>(std::max<std::int64_t>(last, -1))});
     };
     WalkCrossings(edge, area_, add);
     for (const cv::Point& p : {edge.from, edge.to}) {
@@ -219,6 +245,7 @@ class SparseFill {
     }
   }
 
+  // The edge is clipped from its own first end on.
   void AddBorder(FillEdge line) {
     if (!ClipEdge(line, area_)) return;
     const int top = std::max(line.Upper().y, area_.firstRow);
@@ -233,36 +260,20 @@ class SparseFill {
   void FillRow(int row) {
     sides_.Advance();
     borders_.Advance();
-    runs_.Take(Unite(row, runs_.Room(sides_.Active().size() / 2 + borders_.Active().size())));
-  }
-
-  // Unites what the pairs of sides and the borders cover into runs. Returns the end of these.
-  Run* Unite(int row, Run* run) {
-    const Strand* side = sides_.Active().data();
-    const Strand* const sidesEnd = side + sides_.Active().size();
-    const Strand* border = borders_.Active().data();
-    const Strand* const bordersEnd = border + borders_.Active().size();
-    std::int64_t reached = -2;
-    while (true) {
-      Stretch next;
-      if (border != bordersEnd && (side == sidesEnd || *border < *side)) {
-        next = border->now;
-        ++border;
-      } else if (side != sidesEnd) {
-        next = {side[0].now.first, std::max(side[0].now.last, side[1].now.last)};
-        side += 2;
-        if (next.first > next.last) continue;
-      } else {
-        return run;
+    const std::vector<Strand>& sides = sides_.Active();
+    const std::vector<Strand>& borders = borders_.Active();
+    RowOfRuns runs(row, runs_.Room(sides.size() / 2 + borders.size()));
+    const Strand* border = borders.data();
+    const Strand* const bordersEnd = border + borders.size();
+    for (std::size_t i = 0; i < sides.size(); i += 2) {
+      const Stretch pair = {sides[i].now.first, std::max(sides[i].now.last, sides[i + 1].now.last)};
+      for (; border != bordersEnd && border->now.first < pair.first; ++border) {
+        runs.Cover(border->now);
       }
-      if (next.first > reached + 1) {
-        *run++ = {row, next.first, next.last};
-        reached = next.last;
-      } else {
-        reached = std::max<std::int64_t>(reached, next.last);
-        run[-1].LastColumn = static_cast<int>(reached);
-      }
+      runs.Cover(pair);
     }
+    for (; border != bordersEnd; ++border) runs.Cover(border->now);
+    runs_.Take(runs.End());
   }
 
   FillArea area_;
