@@ -1,6 +1,7 @@
 #include "masks/ContourFill.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 
@@ -13,8 +14,10 @@ void ContourFill::Add(const std::vector<cv::Point>& contour) {
       std::min_element(contour.begin(), contour.end(),
                        [](const cv::Point& a, const cv::Point& b) { return a.y < b.y; });
   std::vector<cv::Point>& points = contours_.points;
-  points.insert(points.end(), top, contour.end());
-  points.insert(points.end(), contour.begin(), top + 1);
+  const std::size_t start = points.size();
+  points.resize(start + contour.size() + 1);
+  std::rotate_copy(contour.begin(), top, contour.end(), points.data() + start);
+  points.back() = *top;
   contours_.ends.push_back(points.size());
 }
 

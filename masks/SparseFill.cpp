@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstddef>
+#include <cstdlib>
 
 #include "masks/EdgeWalk.h"
 
@@ -10,6 +11,11 @@ namespace {
 
 /// Columns within a row, both ends included; none where the last is the one before the first.
 struct Stretch {
+  void Widen(int column) {
+    first = std::min(first, column);
+    last = std::max(last, column);
+  }
+
   void Widen(const Stretch& other) {
     first = std::min(first, other.first);
     last = std::max(last, other.last);
@@ -182,9 +188,8 @@ class SparseFill {
 
   // Whether a step from row to row goes on in the side's sense, which a level side takes from it.
   static bool KeepsOn(int& sense, int from, int to) {
-    const int next = Sense(from, to);
-    if (sense == 0) sense = next;
-    return next == 0 || next == sense;
+    if (sense == 0) sense = Sense(from, to);
+    return (static_cast<std::int64_t>(to) - from) * sense >= 0;
   }
 
   void AddSide(const cv::Point* first, const cv::Point* last) {
@@ -196,7 +201,9 @@ class SparseFill {
     if (top >= end) return;
     Stretch* const stretches = sides_.Add(top, end);
     const cv::Point* upper = uppermost;
-    for (bool wasOnCanvas = IsOnCanvas(*upper, area_); upper != lowermost;) {
+    bool wasOnCanvas = IsOnCanvas(*upper, area_);
+    if (wasOnCanvas && upper->y >= top) stretches[0].Widen(upper->x);
+    while (upper != lowermost) {
       const cv::Point* const lower = downward ? upper + 1 : upper - 1;
       const bool isOnCanvas = IsOnCanvas(*lower, area_);
       const DownwardLine edge(*upper, *lower);
@@ -211,24 +218,32 @@ class SparseFill {
     }
   }
 
-  // An edge whose border is drawn from end to end. In the row of a vertex several may meet.
+  // An edge whose border is drawn from end to end. Its upper end has its pixel already.
   void AddPlainEdge(const DownwardLine& edge, Stretch* stretches, int top, int end) {
+    constexpr int kTiny = 2;
     const auto set = [&](int row, int first, int last) { stretches[row - top] = {first, last}; };
-    const auto widen = [&](const cv::Point& p) {
-      if (p.y >= top && p.y < end) stretches[p.y - top].Widen({p.x, p.x});
-    };
-    if (edge.down == 0 || edge.IsSteep()) {
-      widen(edge.upper);
-      widen(edge.lower);
-      if (edge.down <= 1) return;
+    if (edge.down <= kTiny && std::abs(edge.across) <= kTiny && edge.upper.y >= top &&
+        edge.lower.y < end) {
+      AddTinyEdge(edge, stretches + (edge.upper.y - top));
+    } else if (edge.down == 0 || edge.IsSteep()) {
       WalkBorder(edge, std::max(edge.upper.y + 1, top), std::min(edge.lower.y, end) - 1, set);
-    } else {
+      if (edge.lower.y >= top && edge.lower.y < end) {
+        stretches[edge.lower.y - top].Widen(edge.lower.x);
+      }
+    } else if (edge.upper.y < end) {
       const int row = std::max(edge.upper.y, top);
-      if (row >= end) return;
       const Stretch above = stretches[row - top];
       WalkBorder(edge, row, std::min(edge.lower.y, end - 1), set);
       stretches[row - top].Widen(above);
     }
+  }
+
+  // There is at most one pixel between the ends. Such edges go any way, so no branch asks which:
+  // where there is no pixel between, an end counts twice.
+  static void AddTinyEdge(const DownwardLine& edge, Stretch* upper) {
+    const std::int64_t leftward = edge.across < 0 ? 1 : 0;
+    upper[(edge.down + leftward) >> 1].Widen(edge.upper.x + static_cast<int>(edge.across >> 1));
+    upper[edge.down].Widen(edge.lower.x);
   }
 
   // The columns that crossings alone cover on the canvas, and the ends of the edge.

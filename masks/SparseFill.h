@@ -6,7 +6,7 @@
 #include "masks/ContourFill.h"
 
 /// Fills row by row with the edges that the row meets at hand, in their order: its time goes with
-/// the edges' rows, whatever the area's width. There are at most `edgeRows` of these.
+/// the edges' rows, whatever the area's width. They cross `edgeRows` rows in all.
 void FillSparsely(const FillContours& contours, const FillArea& area, std::int64_t edgeRows,
                   RunSink& sink);
 

@@ -187,6 +187,21 @@ TEST(MaskFillFar, PaintsByTheRuleAtAnyDistance) {
   EXPECT_GT(partly, 100 * kThoroughness);
 }
 
+// Where there are many rows or columns, lines are long and edges few.
+TEST(MaskFillFar, PaintsByTheRuleOnLongCanvases) {
+  std::mt19937_64 random(14);
+  for (int i = 0; i < 8 * kThoroughness; ++i) {
+    const int shorter = 1 + Below(random, 12);
+    const int longer = 2000 + Below(random, i % 4 == 0 ? 70000 : 6000);
+    const cv::Size canvas = i % 2 == 0 ? cv::Size(shorter, longer) : cv::Size(longer, shorter);
+    IntChains contours(1 + random() % 2);
+    for (IntChain& contour : contours) contour = AnyContour(random, canvas, i % 3 * 20, 6);
+    ASSERT_TRUE(
+        Equal(Painted(contours, canvas), FilledByRule(contours, canvas.width, canvas.height)))
+        << canvas << testing::PrintToString(contours);
+  }
+}
+
 // OpenCV walks through every row of such an edge, so there are few of them.
 TEST(MaskFillFar, PaintsAsOpenCVDrawsOverAllIntegers) {
   if (!kOpenCVDrawsByTheRule) GTEST_SKIP() << "this OpenCV draws by another rule";
