@@ -2,10 +2,10 @@
 
 #define ROW_KERNEL __attribute__((target("avx2,bmi,popcnt")))
 
-#include <cpuid.h>
 #include <immintrin.h>
 
 #include "coder/RowKernelsBody.h"
+#include "platform/Avx2.h"
 
 namespace {
 
@@ -179,24 +179,10 @@ ROW_KERNEL void StoreRuns(const Edge* edges, std::size_t count, int row, Run* ru
   }
 }
 
-// Asked of the processor itself, since the compiler's own record of it is set up while the library
-// is loaded. The system has to save the wide registers too.
-bool IsOffered() {
-  unsigned a, b, c, d;
-  constexpr unsigned kPopcnt = 1u << 23, kOsxsave = 1u << 27, kAvx = 1u << 28;
-  constexpr unsigned kNeeded = kPopcnt | kOsxsave | kAvx;
-  if (__get_cpuid(1, &a, &b, &c, &d) == 0 || (c & kNeeded) != kNeeded) return false;
-  unsigned low, high;
-  asm("xgetbv" : "=a"(low), "=d"(high) : "c"(0));
-  if ((low & 6) != 6) return false;
-  constexpr unsigned kBmi = 1u << 3, kAvx2 = 1u << 5;
-  return __get_cpuid_count(7, 0, &a, &b, &c, &d) != 0 && (b & (kBmi | kAvx2)) == (kBmi | kAvx2);
-}
-
 }  // namespace
 
 const RowKernels kAvx2Kernels = {"AVX2",
-                                 IsOffered,
+                                 OffersAvx2,
                                  {FindEdges<Bytes>, FindEdges<Shorts>, FindEdges<Ints>,
                                   FindEdges<Halves>, FindEdges<Floats>, FindEdges<Doubles>},
                                  StoreRuns};

@@ -4,8 +4,8 @@
 #include <cpuid.h>
 
 /// Whether the processor has AVX2 and the instructions for bits that come with it, and the system
-/// saves the wide registers. Asked of the processor itself, since the compiler's own record of it is
-/// set up while the library is loaded.
+/// saves the wide registers. Asked of the processor itself, since the compiler's own record of it
+/// is set up while the library is loaded.
 inline bool OffersAvx2() {
   unsigned a, b, c, d;
   constexpr unsigned kPopcnt = 1u << 23, kOsxsave = 1u << 27, kAvx = 1u << 28;
