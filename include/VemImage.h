@@ -77,7 +77,9 @@ class VEM_EXPORT VemImage {
   /// image of more than three channels is read a second time with at most three: an alpha channel
   /// is dropped. Whatever fails, and a null path, leaves the empty image, and nothing is raised;
   /// images that share the old pixels keep them. A file that is missing or may not be read prints
-  /// nothing; OpenCV's codecs may print on a damaged one.
+  /// nothing; OpenCV's codecs may print on a damaged one. How many pixels a file may claim, and so
+  /// how much memory it may take, is bounded by the environment variable
+  /// `OPENCV_IO_MAX_IMAGE_PIXELS`, 2^30 unless it is set.
   bool ReadImage(const char* path);
   /// The same. The name goes to the file system as UTF-8, whatever the locale.
   bool ReadImage(const wchar_t* path);

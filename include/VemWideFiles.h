@@ -3,16 +3,19 @@
 
 #include <vector>
 
+#include <opencv2/core/mat.hpp>
+
 #include "VemExport.h"
 
 /// Image files under wide names, where OpenCV has no such functions of its own. The name goes to
 /// the file system as UTF-8, whatever the locale of the process. A null name and a name that is no
 /// valid Unicode stand for a file that can be neither read nor written. Any number of threads may
 /// call these at once.
+///
+/// Under `_GLIBCXX_DEBUG` OpenCV gives its argument types other names, so that a program built with
+/// it links to neither OpenCV's `imwrite` nor this one, unless OpenCV and this library are built so
+/// too.
 namespace cv {
-
-class Mat;
-class _InputArray;
 
 /// Reads an image file as `cv::imread` does with the same flags. A file that can't be read gives
 /// the empty matrix; one that is missing or may not be read prints nothing.
