@@ -83,9 +83,9 @@ long VemMorphStructure::QueryInfo(int* rowsOut, int* colsOut, int* anchorXOut, i
 // Copies as many bytes as the table has values, so a quarter of it: this is meant. A record without
 // a table of its own, or this record itself, has nothing to copy from.
 void VemMorphStructure::CopyTable(const VemMorphStructure& other) {
-  const int count = WrapMultiply(rows, cols);
+  const auto count = static_cast<std::size_t>(WrapMultiply(rows, cols));
   int* const table = new int[count];
-  if (other.ownsValues_) std::memcpy(table, other.values, static_cast<std::size_t>(count));
+  if (other.ownsValues_) std::memcpy(table, other.values, count);
   values = table;
   ownsValues_ = true;
 }
