@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
-#include <utility>
 
 // Borders follow the sides of runs. Every run has a left side, which a border passes downward, and
 // a right side, which it passes upward; so the background is always on the border's right hand, and
@@ -129,11 +128,6 @@ class PointBlock {
   cv::Point block_[kRoom + 8];
 };
 
-// Which way it is from one pixel to another: east, north and so on, told by two signs.
-std::pair<int, int> Heading(const cv::Point& from, const cv::Point& to) {
-  return {(to.x > from.x) - (to.x < from.x), (to.y > from.y) - (to.y < from.y)};
-}
-
 class Tracer {
  public:
   explicit Tracer(const Outlines& outlines)
@@ -157,24 +151,15 @@ class Tracer {
     }
   }
 
+  // An outline begins only where a right side leads to its own run, since nothing lies above, or to
+  // the run behind it, since one above closes the gap between them.
   void Trace() {
     for (std::size_t run = 0; run < count_; ++run) {
-      if (sides_[2 * run].next >= 0) {
-        out_.runStarts.push_back(static_cast<int>(run));
-        AddOuter();
-        if (IsAlone(run)) {
-          OutlineAlone(run);
-        } else {
-          Follow(LeftOf(run));
-        }
-      }
-      if (sides_[2 * run + 1].next >= 0) {
+      const int begun = sides_[2 * run + 1].next - LeftOf(run);
+      if (begun == 0) {
+        AddOuter(run);
+      } else if (begun == LeftOf(1)) {
         AddHole(run);
-        if (IsSlit(run)) {
-          OutlineSlit(run);
-        } else {
-          Follow(RightOf(run));
-        }
       }
     }
     if (count_ == 0) return;
@@ -233,11 +218,6 @@ class Tracer {
     sides_[2 * lower + 1].next = closesGap ? LeftOf(lower + 1) : RightOf(upper);
   }
 
-  // Whether no other run touches it.
-  bool IsAlone(std::size_t run) const {
-    return sides_[2 * run].next == RightOf(run) && sides_[2 * run + 1].next == LeftOf(run);
-  }
-
   void OutlineAlone(std::size_t run) {
     const int mark = Mark();
     sides_[2 * run].next = mark;
@@ -247,11 +227,6 @@ class Tracer {
     end_[1] = {only.LastColumn, only.Row};
     end_ += only.FirstColumn == only.LastColumn ? 1 : 2;
     if (end_ > block_.Last()) end_ = Flush(end_);
-  }
-
-  // Whether the gap behind it is a hole by itself, one row high.
-  bool IsSlit(std::size_t run) const {
-    return sides_[2 * run + 1].next == LeftOf(run + 1) && sides_[2 * run + 2].next == RightOf(run);
   }
 
   void OutlineSlit(std::size_t run) {
@@ -276,14 +251,22 @@ class Tracer {
   // What the sides of the outline added last hold when it is followed.
   int Mark() const { return -static_cast<int>(out_.hierarchy.size()); }
 
-  void AddOuter() {
+  // A run that nothing touches below either is a component by itself.
+  void AddOuter(std::size_t run) {
+    out_.runStarts.push_back(static_cast<int>(run));
     const int outline = AddOutline(-1);
     if (lastOuter_ >= 0) Join(lastOuter_, outline);
     lastOuter_ = outline;
+    if (sides_[2 * run].next == RightOf(run)) {
+      OutlineAlone(run);
+    } else {
+      Follow(LeftOf(run));
+    }
   }
 
   // The border at the left of the run in which a hole's border starts is known already: it is the
-  // outer border of the component, or that of another hole in it.
+  // outer border of the component, or that of another hole in it. A gap that is closed from below
+  // too is a hole by itself, one row high.
   void AddHole(std::size_t run) {
     const int known = ~sides_[2 * run].next;
     const int parent = Record(known)[3] >= 0 ? Record(known)[3] : known;
@@ -295,6 +278,11 @@ class Tracer {
       Record(parent)[2] = outline;
     }
     last = outline;
+    if (sides_[2 * run + 2].next == RightOf(run)) {
+      OutlineSlit(run);
+    } else if (Follow(RightOf(run)) == kNorthEast) {
+      DropFirst();
+    }
   }
 
   int AddOutline(int parent) {
@@ -312,10 +300,11 @@ class Tracer {
     Record(next)[1] = previous;
   }
 
-  // Follows the border of the outline added last from one of its sides around to it. A vertex
-  // stands wherever the direction changes. Each lead writes all the vertices that it may have, and
-  // keeps those that it has: which ones can't be foretold.
-  void Follow(int start) {
+  // Follows the border of the outline added last from one of its sides around to it, and returns
+  // the direction in which it comes back. A vertex stands wherever the direction changes. Each lead
+  // writes all the vertices that it may have, and keeps those that it has: which ones can't be
+  // foretold.
+  int Follow(int start) {
     const int mark = Mark();
     const cv::Point* const limit = block_.Last();
     Side* const sides = sides_.get();
@@ -348,7 +337,7 @@ class Tracer {
       if (end > limit) end = Flush(end);
     } while (side != start);
     end_ = end;
-    Close({x, y});
+    return direction;
   }
 
   static Lead LeadOf(int isRight, int changesSide, int column, int x) {
@@ -366,25 +355,16 @@ class Tracer {
     return block_.Begin();
   }
 
-  // A chain without vertices is one pixel. Its first pixel is no vertex where it runs straight
-  // through it.
-  void Close(const cv::Point& pixel) {
+  // Takes the first vertex from the outline added last. A hole's border leaves it north-eastward,
+  // so it is none where the border comes in that direction too. An outer border always turns there.
+  void DropFirst() {
     const std::size_t begin = static_cast<std::size_t>(out_.pointStarts.back());
-    const std::size_t count = block_.CountTo(end_) - begin;
-    if (count == 0) {
-      *end_++ = pixel;
-    } else if (count > 2) {
-      if (begin < out_.points.size()) end_ = Flush(end_);
-      const bool isFlushed = begin < out_.points.size();
-      const cv::Point* const first =
-          isFlushed ? &out_.points[begin] : block_.Begin() + (begin - out_.points.size());
-      if (Heading(first[count - 1], first[0]) != Heading(first[0], first[1])) return;
-      if (isFlushed) {
-        out_.points.erase(out_.points.begin() + static_cast<std::ptrdiff_t>(begin));
-      } else {
-        cv::Point* const vertex = block_.Begin() + (begin - out_.points.size());
-        end_ = std::copy(vertex + 1, end_, vertex);
-      }
+    if (begin < out_.points.size()) {
+      end_ = Flush(end_);
+      out_.points.erase(out_.points.begin() + static_cast<std::ptrdiff_t>(begin));
+    } else {
+      cv::Point* const vertex = block_.Begin() + (begin - out_.points.size());
+      end_ = std::copy(vertex + 1, end_, vertex);
     }
   }
 
