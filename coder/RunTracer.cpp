@@ -155,6 +155,7 @@ class Tracer {
   // the run behind it, since one above closes the gap between them.
   void Trace() {
     for (std::size_t run = 0; run < count_; ++run) {
+      Fetch(run + kAhead);
       const int begun = sides_[2 * run + 1].next - LeftOf(run);
       if (begun == 0) {
         AddOuter(run);
@@ -169,7 +170,15 @@ class Tracer {
   }
 
  private:
+  // How many runs ahead sides are fetched: far enough for most outlines to find theirs at hand, and
+  // near enough for these to stay there.
+  static constexpr std::size_t kAhead = 8192;
+
   const Run& At(std::size_t run) const { return runs_[run]; }
+
+  void Fetch(std::size_t run) const {
+    if (run < count_) __builtin_prefetch(&sides_[2 * run], 1);
+  }
 
   // All runs of a row end above and below until a neighbour is found: each side leads to the other.
   // Returns the row's end.
