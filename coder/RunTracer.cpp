@@ -263,7 +263,7 @@ class Tracer {
   // A run that nothing touches below either is a component by itself.
   void AddOuter(std::size_t run) {
     out_.runStarts.push_back(static_cast<int>(run));
-    const int outline = AddOutline(-1);
+    const int outline = AddOutline(-1, run);
     if (lastOuter_ >= 0) Join(lastOuter_, outline);
     lastOuter_ = outline;
     if (sides_[2 * run].next == RightOf(run)) {
@@ -279,7 +279,7 @@ class Tracer {
   void AddHole(std::size_t run) {
     const int known = ~sides_[2 * run].next;
     const int parent = Record(known)[3] >= 0 ? Record(known)[3] : known;
-    const int outline = AddOutline(parent);
+    const int outline = AddOutline(parent, run);
     int& last = lastHoles_[static_cast<std::size_t>(parent)];
     if (last >= 0) {
       Join(last, outline);
@@ -294,12 +294,23 @@ class Tracer {
     }
   }
 
-  int AddOutline(int parent) {
+  int AddOutline(int parent, std::size_t run) {
+    if (out_.hierarchy.size() == out_.hierarchy.capacity()) MakeRoom(run);
     const int outline = static_cast<int>(out_.hierarchy.size());
     out_.pointStarts.push_back(static_cast<int>(block_.CountTo(end_)));
     out_.hierarchy.emplace_back(-1, -1, -1, parent);
     lastHoles_.push_back(-1);
     return outline;
+  }
+
+  // Makes room for as many outlines as there will be if they stay as frequent as before the run:
+  // what is not filled is not touched.
+  void MakeRoom(std::size_t run) {
+    const std::size_t count = out_.hierarchy.size();
+    const std::size_t expected = run > 0 ? count * count_ / run : 0;
+    const std::size_t room = std::max(2 * count, expected + expected / 8) + 16;
+    out_.hierarchy.reserve(room);
+    out_.pointStarts.reserve(room + 1);
   }
 
   cv::Vec4i& Record(int outline) { return out_.hierarchy[static_cast<std::size_t>(outline)]; }
