@@ -151,17 +151,10 @@ class Tracer {
     }
   }
 
-  // An outline begins only where a right side leads to its own run, since nothing lies above, or to
-  // the run behind it, since one above closes the gap between them.
   void Trace() {
-    for (std::size_t run = 0; run < count_; ++run) {
+    for (std::size_t run = 0; run < count_; run += kBlock) {
       Fetch(run + kAhead);
-      const int begun = sides_[2 * run + 1].next - LeftOf(run);
-      if (begun == 0) {
-        AddOuter(run);
-      } else if (begun == LeftOf(1)) {
-        AddHole(run);
-      }
+      TraceBlock(run, std::min(run + kBlock, count_));
     }
     if (count_ == 0) return;
     block_.Flush(end_, 0);
@@ -170,15 +163,14 @@ class Tracer {
   }
 
  private:
+  // How many runs are looked through at a time.
+  static constexpr std::size_t kBlock = 128;
+
   // How many runs ahead sides are fetched: far enough for most outlines to find theirs at hand, and
   // near enough for these to stay there.
   static constexpr std::size_t kAhead = 8192;
 
   const Run& At(std::size_t run) const { return runs_[run]; }
-
-  void Fetch(std::size_t run) const {
-    if (run < count_) __builtin_prefetch(&sides_[2 * run], 1);
-  }
 
   // All runs of a row end above and below until a neighbour is found: each side leads to the other.
   // Returns the row's end.
@@ -226,6 +218,38 @@ class Tracer {
                            At(lower + 1).FirstColumn <= above.LastColumn + 1;
     sides_[2 * lower + 1].next = closesGap ? LeftOf(lower + 1) : RightOf(upper);
   }
+
+  // Fetches the sides of a block, line by line.
+  void Fetch(std::size_t first) const {
+    const std::size_t last = std::min(first + kBlock, count_);
+    const std::size_t step = 64 / (2 * sizeof(Side));
+    for (std::size_t run = first; run < last; run += step) __builtin_prefetch(&sides_[2 * run], 1);
+  }
+
+  // Where outlines begin can't be foretold, so it is found out without a branch; most of what is
+  // found is still new when its turn comes.
+  void TraceBlock(std::size_t first, std::size_t last) {
+    std::size_t found[kBlock];
+    std::size_t count = 0;
+    for (std::size_t run = first; run < last; ++run) {
+      found[count] = run;
+      count += (Begun(run) & ~LeftOf(1)) == 0 ? 1 : 0;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::size_t run = found[i];
+      const int begun = Begun(run);
+      if (begun == LeftOf(0)) {
+        AddOuter(run);
+      } else if (begun == LeftOf(1)) {
+        AddHole(run);
+      }
+    }
+  }
+
+  // LeftOf(0) where an outer border begins, since nothing lies above and the right side leads to
+  // its own run; LeftOf(1) where a hole begins, since a run above closes the gap and the right side
+  // leads to the run behind it; or anything else.
+  int Begun(std::size_t run) const { return sides_[2 * run + 1].next - LeftOf(run); }
 
   void OutlineAlone(std::size_t run) {
     const int mark = Mark();
