@@ -88,4 +88,22 @@ TEST(RunTracer, RunsMayBeAsLongAsNumbersAllow) {
                                                    {far, 0}}));
 }
 
+// The border of the comb's hole comes back to the hole's first pixel from the south-west and leaves
+// it north-eastward, after more vertices than are gathered at a time.
+TEST(RunTracer, LongHolesPassStraightThroughTheirFirstPixel) {
+  const int last = 1001;
+  std::vector<::Run> runs = {{0, 0, last}, {1, 0, 2}, {1, last, last}, {2, 0, 1}};
+  for (int tooth = 5; tooth < last; tooth += 2) runs.push_back({2, tooth, tooth});
+  runs.push_back({2, last, last});
+  runs.push_back({3, 0, last});
+  const Traced traced = Trace(runs);
+  std::vector<cv::Point> hole = {{3, 0}, {last - 1, 0}, {last, 1}, {last, 2}};
+  for (int tooth = last - 1; tooth > 4; --tooth) hole.push_back({tooth, 3 - tooth % 2});
+  hole.insert(hole.end(), {{4, 3}, {2, 3}, {1, 2}});
+  ASSERT_EQ(traced.pointStarts.size(), 3u);
+  EXPECT_EQ(
+      std::vector<cv::Point>(traced.points.begin() + traced.pointStarts[1], traced.points.end()),
+      hole);
+}
+
 }  // namespace
