@@ -82,17 +82,17 @@ std::int64_t StepOf(std::int64_t shorter, std::int64_t longer) {
   return static_cast<std::int64_t>(static_cast<Wide>(shorter) * kOne / (longer | 1));
 }
 
-/// Adds the pixels of a convex polygon: its border, then what lies between its two sides.
+/// Adds the pixels of a convex polygon: what lies between its two sides, then its border.
 class ConvexFill {
  public:
   ConvexFill(const std::vector<Vertex>& vertices, const cv::Size& canvas, RunCollector& runs)
       : vertices_(vertices), canvas_(canvas), runs_(runs), edgesLeft_(vertices.size()) {}
 
   void Fill() {
+    if (vertices_.size() >= 3) FillInside();
     for (std::size_t i = 0; i < vertices_.size(); ++i) {
       AddBorder(vertices_[i == 0 ? vertices_.size() - 1 : i - 1], vertices_[i]);
     }
-    if (vertices_.size() >= 3) FillInside();
   }
 
  private:

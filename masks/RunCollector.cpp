@@ -5,21 +5,21 @@
 
 namespace {
 
-bool StandsBefore(const Run& a, const Run& b) {
+constexpr auto kStandsBefore = [](const Run& a, const Run& b) {
   return a.Row < b.Row || (a.Row == b.Row && a.FirstColumn < b.FirstColumn);
-}
+};
 
 }  // namespace
 
 // Rows are few beside the runs of a shape, so they are counted; sorting is for the rest.
 void RunCollector::Sort() {
-  if (std::is_sorted(runs_.begin(), runs_.end(), StandsBefore)) return;
+  if (std::is_sorted(runs_.begin(), runs_.end(), kStandsBefore)) return;
   const auto [top, bottom] = std::minmax_element(
       runs_.begin(), runs_.end(), [](const Run& a, const Run& b) { return a.Row < b.Row; });
   const int firstRow = top->Row;
   const std::size_t rows = static_cast<std::size_t>(bottom->Row - firstRow) + 1;
   if (rows > 4 * runs_.size()) {
-    std::sort(runs_.begin(), runs_.end(), StandsBefore);
+    std::sort(runs_.begin(), runs_.end(), kStandsBefore);
     return;
   }
   const auto rowOf = [&](const Run& run) { return static_cast<std::size_t>(run.Row - firstRow); };
@@ -31,7 +31,7 @@ void RunCollector::Sort() {
   for (const Run& run : runs_) sorted[next[rowOf(run)]++] = run;
   for (std::size_t row = 0; row < rows; ++row) {
     std::sort(sorted.begin() + static_cast<std::ptrdiff_t>(starts[row]),
-              sorted.begin() + static_cast<std::ptrdiff_t>(starts[row + 1]), StandsBefore);
+              sorted.begin() + static_cast<std::ptrdiff_t>(starts[row + 1]), kStandsBefore);
   }
   runs_.swap(sorted);
 }
