@@ -1,6 +1,9 @@
 #include "masks/EllipseSamples.h"
 
+#include <emmintrin.h>
+
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 
@@ -23,10 +26,10 @@ constexpr int kSines[] = {
     9848078, 9876883, 9902681, 9925462, 9945219, 9961947, 9975641, 9986295, 9993908, 9998477,
     10000000};
 
-/// The sines of 0 to 450 degrees, each as a float has it.
+/// The sines of 0 to 450 degrees, each as a float has it, and one more.
 struct SineTable {
   constexpr SineTable() : sines() {
-    for (int degrees = 0; degrees <= kTurn + kTurn / 4; ++degrees) {
+    for (int degrees = 0; degrees < kTurn + kTurn / 4 + 2; ++degrees) {
       const int half = degrees % (kTurn / 2);
       const int quarter = half > kTurn / 4 ? kTurn / 2 - half : half;
       const double sine = static_cast<double>(static_cast<float>(kSines[quarter] / 1e7));
@@ -34,7 +37,7 @@ struct SineTable {
     }
   }
 
-  double sines[kTurn + kTurn / 4 + 1];
+  double sines[kTurn + kTurn / 4 + 2];
 };
 
 constexpr SineTable kTable;
@@ -100,15 +103,49 @@ std::vector<cv::Point2d> SampleEllipse(const cv::Point2d& center, const cv::Size
   return samples;
 }
 
-std::vector<cv::Point> SampleCircle(const cv::Point& center, int radius, int from, int to) {
+namespace {
+
+/// Where the sines of 0 to 450 degrees lie on a circle's axis, in pixels.
+struct AxisTable {
+  AxisTable(int center, int radius) {
+    const __m128d middle = _mm_set1_pd(center);
+    const __m128d scale = _mm_set1_pd(radius);
+    for (int degrees = 0; degrees < kCount; degrees += 2) {
+      const __m128d sines = _mm_loadu_pd(kTable.sines + degrees);
+      const __m128i rounded = _mm_cvtpd_epi32(_mm_add_pd(middle, _mm_mul_pd(scale, sines)));
+      _mm_storel_epi64(reinterpret_cast<__m128i*>(pixels + degrees), rounded);
+    }
+  }
+
+  cv::Point At(int degrees) const {
+    if (degrees < 0) degrees += kTurn;
+    return cv::Point(pixels[degrees + kTurn / 4], pixels[degrees]);
+  }
+
+  static constexpr int kCount = sizeof kTable.sines / sizeof *kTable.sines;
+  static_assert(kCount % 2 == 0, "two at a time");
+
+  int pixels[kCount];
+};
+
+}  // namespace
+
+std::vector<cv::Point> SampleCircle(int center, int radius, int from, int to) {
+  TurnIntoReach(from, to);
+  if (from > to) return {};
+  const AxisTable axis(center, radius);
   std::vector<cv::Point> pixels(kTurn + 1);
-  cv::Point* end = pixels.data();
-  VisitDegrees(from, to, 1, [&](int degrees) {
-    *end = cv::Point(RoundToInt(center.x + radius * Cosine(degrees)),
-                     RoundToInt(center.y + radius * Sine(degrees)));
-    end += end == pixels.data() || *end != end[-1] ? 1 : 0;
-  });
+  cv::Point before = axis.At(from);
+  pixels[0] = before;
+  cv::Point* end = pixels.data() + 1;
+  for (int degrees = from + 1; degrees <= to; ++degrees) {
+    const cv::Point pixel = axis.At(degrees);
+    end->x = pixel.x;
+    end->y = pixel.y;
+    end += (pixel.x ^ before.x) | (pixel.y ^ before.y) ? 1 : 0;
+    before = pixel;
+  }
   pixels.resize(static_cast<std::size_t>(end - pixels.data()));
-  if (pixels.size() == 1) pixels.assign(2, center);
+  if (pixels.size() == 1) pixels.assign(2, cv::Point(center, center));
   return pixels;
 }

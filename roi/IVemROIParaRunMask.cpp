@@ -329,9 +329,8 @@ void FillRing(int inner, int startAngle, int sweep, const FillArea& area, RunSin
   const int outer = area.width / 2;
   const int from = WrapSubtract(0, startAngle);  // Angles of samples turn the other way.
   const int to = WrapSubtract(from, sweep);
-  const cv::Point center(outer, outer);
-  const std::vector<cv::Point> hole = SampleCircle(center, inner, from, to);
-  std::vector<cv::Point> rim = SampleCircle(center, outer, from, to);
+  const std::vector<cv::Point> hole = SampleCircle(outer, inner, from, to);
+  std::vector<cv::Point> rim = SampleCircle(outer, outer, from, to);
   ContourFill fill(area);
   if (sweep > 358) {
     fill.Add(rim);
