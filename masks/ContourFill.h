@@ -37,6 +37,13 @@ struct FillContours {
   }
 };
 
+/// The edges of a contour that lead downward, or upward, until it turns: its points from `upper` to
+/// `lower`, on or back through the list. A level side comes twice, there and back.
+struct FillSide {
+  const cv::Point* upper;
+  const cv::Point* lower;
+};
+
 /// Fills closed contours: the pixels on their borders and those between them, even-odd over all
 /// contours together. Integers alone decide, so the pixels are the same on every machine.
 ///

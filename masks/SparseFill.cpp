@@ -31,6 +31,38 @@ constexpr int kTallest = 1 << 15;
 
 constexpr Stretch kNothing = {INT_MAX, INT_MIN};
 
+/// An edge that leads so few rows and columns at most that there is one pixel between its ends, or
+/// none. Columns are told from its upper end.
+struct TinyEdge {
+  int reach;   ///< As far as this the edge goes in its first row.
+  int middle;  ///< The pixel in a row between the first and the last.
+  int first;   ///< The columns of its last row.
+  int last;
+};
+
+constexpr int kTiny = 2;
+
+bool IsTiny(int down, int across) {
+  return static_cast<unsigned>(down) <= kTiny && static_cast<unsigned>(across + kTiny) <= 2 * kTiny;
+}
+
+struct TinyEdges {
+  constexpr TinyEdges() : edges() {
+    for (int across = -kTiny; across <= kTiny; ++across) {
+      // Half of the way, rounded down; in one row or the other.
+      const int half = across < 0 ? -1 : across / 2;
+      const int column = across + kTiny;
+      edges[0][column] = {across, 0, 0, 0};
+      edges[1][column] = {std::max(half, 0), 0, across, across < 0 ? half : across};
+      edges[2][column] = {0, half, across, across};
+    }
+  }
+
+  TinyEdge edges[kTiny + 1][2 * kTiny + 1];
+};
+
+constexpr TinyEdges kTinyEdges;
+
 /// Stretches in rows one below the other, and the one in the row at hand.
 struct Strand {
   bool operator<(const Strand& other) const { return now.first < other.now.first; }
@@ -80,22 +112,33 @@ class Schedule {
     return stop;
   }
 
-  // Goes to the next row. The order changes little from row to row; where it does, sorting anew is
-  // cheaper than moving strand by strand.
+  /// Goes to the next row.
   void Advance() {
     const Stretch* const stretches = stretches_.data();
-    const std::size_t mostMoves = 16 * active_.size();
-    std::size_t moves = 0;
-    for (std::size_t i = 0; i < active_.size(); ++i) {
-      active_[i].now = stretches[active_[i].next++];
-      if (i > 0 && active_[i] < active_[i - 1] && moves <= mostMoves) moves += MoveLeft(i);
+    bool isInOrder = true;
+    int before = INT_MIN;
+    for (Strand& strand : active_) {
+      strand.now = stretches[strand.next++];
+      isInOrder = isInOrder && before <= strand.now.first;
+      before = strand.now.first;
     }
-    if (moves > mostMoves) std::sort(active_.begin(), active_.end());
+    if (!isInOrder) Sort();
   }
 
   void Clear() { stretches_.clear(); }
 
  private:
+  // The order changes little from row to row; where it does, sorting anew is cheaper than moving
+  // strand by strand.
+  void Sort() {
+    const std::size_t mostMoves = 16 * active_.size();
+    std::size_t moves = 0;
+    for (std::size_t i = 1; i < active_.size() && moves <= mostMoves; ++i) {
+      if (active_[i] < active_[i - 1]) moves += MoveLeft(i);
+    }
+    if (moves > mostMoves) std::sort(active_.begin(), active_.end());
+  }
+
   // Moves a strand to its place among those before it; returns how far.
   std::size_t MoveLeft(std::size_t i) {
     const Strand strand = active_[i];
@@ -134,11 +177,10 @@ class RowOfRuns {
   Run* end_;
 };
 
-/// Contours as strands. The edges of a contour that lead downward, or upward, until it turns are a
-/// side: one strand, which has in each row, the first and the last included, the pixels of the
-/// edges' borders, or where these leave the canvas and part from the edges, what the crossing
-/// covers alone. So each row has an even number of sides, and a crossing lies in its side's stretch
-/// or in the gap next to it.
+/// Sides as strands. A strand has in each row, the first and the last included, the pixels of the
+/// borders of its side's edges, or where these leave the canvas and part from the edges, what the
+/// crossing covers alone. So each row has an even number of sides, and a crossing lies in its
+/// side's stretch or in the gap next to it.
 ///
 /// A pair of sides covers all from the first column of either to the last of either. Where sides
 /// stand in another order by their first columns than by their crossings, they touch, and the
@@ -148,17 +190,23 @@ class SparseFill {
  public:
   SparseFill(const FillArea& area, RunSink& sink) : area_(area), runs_(sink) {}
 
-  void Fill(const FillContours& contours, int firstRow, int endRow) {
+  void Fill(const std::vector<FillSide>& sides, int firstRow, int endRow) {
     area_.firstRow = firstRow;
     area_.endRow = endRow;
-    contours.ForEach([&](const cv::Point* first, const cv::Point* end) { AddSides(first, end); });
+    for (const FillSide& side : sides) AddSide(side);
     sides_.Begin();
     borders_.Begin();
     for (int row = NextTop(); row != INT_MAX;) {
       sides_.Admit(row);
       borders_.Admit(row);
       const int stop = std::min(sides_.Stop(), borders_.Stop());
-      for (; row < stop; ++row) FillRow(row);
+      for (; row < stop; ++row) {
+        if (borders_.Active().empty()) {
+          FillPairs(row);
+        } else {
+          FillRow(row);
+        }
+      }
       sides_.Retire(row);
       borders_.Retire(row);
       if (sides_.Active().empty() && borders_.Active().empty()) row = NextTop();
@@ -171,31 +219,10 @@ class SparseFill {
  private:
   int NextTop() const { return std::min(sides_.NextTop(), borders_.NextTop()); }
 
-  // A contour begins in its topmost row, where it turns.
-  void AddSides(const cv::Point* first, const cv::Point* end) {
-    for (const cv::Point* from = first; from + 1 != end;) {
-      const cv::Point* to = from + 1;
-      int sense = Sense(from->y, to->y);
-      for (; to + 1 != end && KeepsOn(sense, to->y, to[1].y); ++to) {
-      }
-      AddSide(from, to);
-      if (sense == 0) AddSide(from, to);  // There and back.
-      from = to;
-    }
-  }
-
-  static int Sense(int from, int to) { return from < to ? 1 : from > to ? -1 : 0; }
-
-  // Whether a step from row to row goes on in the side's sense, which a level side takes from it.
-  static bool KeepsOn(int& sense, int from, int to) {
-    if (sense == 0) sense = Sense(from, to);
-    return (static_cast<std::int64_t>(to) - from) * sense >= 0;
-  }
-
-  void AddSide(const cv::Point* first, const cv::Point* last) {
-    const bool downward = first->y <= last->y;
-    const cv::Point* const uppermost = downward ? first : last;
-    const cv::Point* const lowermost = downward ? last : first;
+  void AddSide(const FillSide& side) {
+    const cv::Point* const uppermost = side.upper;
+    const cv::Point* const lowermost = side.lower;
+    const bool downward = uppermost < lowermost;
     const int top = std::max(uppermost->y, area_.firstRow);
     const int end = std::min(lowermost->y, area_.endRow - 1) + 1;
     if (top >= end) return;
@@ -203,8 +230,13 @@ class SparseFill {
     const cv::Point* upper = uppermost;
     bool wasOnCanvas = IsOnCanvas(*upper, area_);
     if (wasOnCanvas && upper->y >= top) stretches[0].Widen(upper->x);
-    while (upper != lowermost) {
-      const cv::Point* const lower = downward ? upper + 1 : upper - 1;
+    const std::ptrdiff_t step = downward ? 1 : -1;
+    while (true) {
+      if (wasOnCanvas && upper->y >= top && upper->y < end) {
+        upper = AddTinyEdges(upper, lowermost, step, stretches + (upper->y - top), end);
+      }
+      if (upper == lowermost) return;
+      const cv::Point* const lower = upper + step;
       const bool isOnCanvas = IsOnCanvas(*lower, area_);
       const DownwardLine edge(*upper, *lower);
       if (wasOnCanvas && isOnCanvas && edge.down <= kTallest) {
@@ -220,12 +252,8 @@ class SparseFill {
 
   // An edge whose border is drawn from end to end. Its upper end has its pixel already.
   void AddPlainEdge(const DownwardLine& edge, Stretch* stretches, int top, int end) {
-    constexpr int kTiny = 2;
     const auto set = [&](int row, int first, int last) { stretches[row - top] = {first, last}; };
-    if (edge.down <= kTiny && std::abs(edge.across) <= kTiny && edge.upper.y >= top &&
-        edge.lower.y < end) {
-      AddTinyEdge(edge, stretches + (edge.upper.y - top));
-    } else if (edge.down == 0 || edge.IsSteep()) {
+    if (edge.down == 0 || edge.IsSteep()) {
       WalkBorder(edge, std::max(edge.upper.y + 1, top), std::min(edge.lower.y, end) - 1, set);
       if (edge.lower.y >= top && edge.lower.y < end) {
         stretches[edge.lower.y - top].Widen(edge.lower.x);
@@ -238,12 +266,30 @@ class SparseFill {
     }
   }
 
-  // There is at most one pixel between the ends. Such edges go any way, so no branch asks which:
-  // where there is no pixel between, an end counts twice.
-  static void AddTinyEdge(const DownwardLine& edge, Stretch* upper) {
-    const std::int64_t leftward = edge.across < 0 ? 1 : 0;
-    upper[(edge.down + leftward) >> 1].Widen(edge.upper.x + static_cast<int>(edge.across >> 1));
-    upper[edge.down].Widen(edge.lower.x);
+  // Adds the edges from `upper` on, a pixel on the canvas and in the rows at hand, as long as they
+  // are tiny and lead to another such; returns where they end. They go any way, so no branch asks
+  // which, and the stretch of the row where they have come to is not in memory yet.
+  const cv::Point* AddTinyEdges(const cv::Point* upper, const cv::Point* lowermost,
+                                std::ptrdiff_t step, Stretch* row, int end) const {
+    cv::Point from = *upper;
+    Stretch now = *row;
+    for (; upper != lowermost; upper += step) {
+      const cv::Point to = upper[step];
+      if (static_cast<unsigned>(to.x) >= static_cast<unsigned>(area_.width) || to.y >= end) break;
+      const int down = to.y - from.y;
+      const int across = to.x - from.x;
+      if (!IsTiny(down, across)) break;
+      const TinyEdge& edge = kTinyEdges.edges[down][across + kTiny];
+      now.Widen(from.x + edge.reach);
+      row[(down + 1) / 2] = {from.x + edge.middle, from.x + edge.middle};
+      *row = now;
+      now.first = down == 0 ? now.first : from.x + edge.first;
+      now.last = down == 0 ? now.last : from.x + edge.last;
+      row += down;
+      from = to;
+    }
+    *row = now;
+    return upper;
   }
 
   // The columns that crossings alone cover on the canvas, and the ends of the edge.
@@ -272,6 +318,19 @@ class SparseFill {
     });
   }
 
+  static Stretch PairOf(const Strand& left, const Strand& right) {
+    return {left.now.first, std::max(left.now.last, right.now.last)};
+  }
+
+  // A row without borders apart.
+  void FillPairs(int row) {
+    sides_.Advance();
+    const std::vector<Strand>& sides = sides_.Active();
+    RowOfRuns runs(row, runs_.Room(sides.size() / 2));
+    for (std::size_t i = 0; i < sides.size(); i += 2) runs.Cover(PairOf(sides[i], sides[i + 1]));
+    runs_.Take(runs.End());
+  }
+
   void FillRow(int row) {
     sides_.Advance();
     borders_.Advance();
@@ -281,7 +340,7 @@ class SparseFill {
     const Strand* border = borders.data();
     const Strand* const bordersEnd = border + borders.size();
     for (std::size_t i = 0; i < sides.size(); i += 2) {
-      const Stretch pair = {sides[i].now.first, std::max(sides[i].now.last, sides[i + 1].now.last)};
+      const Stretch pair = PairOf(sides[i], sides[i + 1]);
       for (; border != bordersEnd && border->now.first < pair.first; ++border) {
         runs.Cover(border->now);
       }
@@ -299,16 +358,17 @@ class SparseFill {
 
 }  // namespace
 
-void FillSparsely(const FillContours& contours, const FillArea& area, std::int64_t edgeRows,
+void FillSparsely(const std::vector<FillSide>& sides, const FillArea& area, std::int64_t edgeRows,
                   RunSink& sink) {
   // In bands of rows, lest the strands' lists outgrow the processor's cache; not so many that
   // passing over the edges for each takes longer.
-  const auto edges = static_cast<std::int64_t>(contours.points.size());
+  std::int64_t edges = 0;
+  for (const FillSide& side : sides) edges += std::abs(side.lower - side.upper);
   const std::int64_t bands = 1 + edgeRows / std::max<std::int64_t>(8192, 16 * edges);
   const std::int64_t rows = (std::int64_t{area.endRow} - area.firstRow) / bands + 1;
   SparseFill fill(area, sink);
   for (std::int64_t row = area.firstRow; row < area.endRow; row += rows) {
     const std::int64_t end = std::min<std::int64_t>(row + rows, area.endRow);
-    fill.Fill(contours, static_cast<int>(row), static_cast<int>(end));
+    fill.Fill(sides, static_cast<int>(row), static_cast<int>(end));
   }
 }
