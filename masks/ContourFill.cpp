@@ -9,13 +9,17 @@
 
 void ContourFill::Add(const std::vector<cv::Point>& contour) {
   if (contour.empty()) return;
-  const auto top =
-      std::min_element(contour.begin(), contour.end(),
-                       [](const cv::Point& a, const cv::Point& b) { return a.y < b.y; });
+  std::size_t top = 0;
+  int topRow = contour[0].y;
+  for (std::size_t i = 1; i < contour.size(); ++i) {
+    const int row = contour[i].y;
+    top = row < topRow ? i : top;
+    topRow = std::min(row, topRow);
+  }
+  const auto start = contour.begin() + static_cast<std::ptrdiff_t>(top);
   std::vector<cv::Point>& points = contours_.points;
-  points.reserve(points.size() + contour.size() + 1);
-  points.insert(points.end(), top, contour.end());
-  points.insert(points.end(), contour.begin(), top + 1);
+  points.insert(points.end(), start, contour.end());
+  points.insert(points.end(), contour.begin(), start + 1);
   contours_.ends.push_back(points.size());
 }
 

@@ -61,6 +61,12 @@ class ContourFill {
  public:
   explicit ContourFill(const FillArea& area) : area_(area) {}
 
+  /// Makes room for as many contours' points in all, so that they are not moved meanwhile.
+  void Reserve(std::size_t contours, std::size_t points) {
+    contours_.points.reserve(points + contours);
+    contours_.ends.reserve(contours);
+  }
+
   /// Adds a contour; one without points adds nothing.
   void Add(const std::vector<cv::Point>& contour);
 

@@ -31,8 +31,8 @@ constexpr int kTallest = 1 << 15;
 
 constexpr Stretch kNothing = {INT_MAX, INT_MIN};
 
-/// An edge that leads so few rows and columns at most that there is one pixel between its ends, or
-/// none. Columns are told from its upper end.
+/// An edge that leads downward and so few rows and columns that there is one pixel between its
+/// ends, or none. Columns are told from its upper end.
 struct TinyEdge {
   int reach;   ///< As far as this the edge goes in its first row.
   int middle;  ///< The pixel in a row between the first and the last.
@@ -52,13 +52,12 @@ struct TinyEdges {
       // Half of the way, rounded down; in one row or the other.
       const int half = across < 0 ? -1 : across / 2;
       const int column = across + kTiny;
-      edges[0][column] = {across, 0, 0, 0};
-      edges[1][column] = {std::max(half, 0), 0, across, across < 0 ? half : across};
-      edges[2][column] = {0, half, across, across};
+      edges[0][column] = {std::max(half, 0), 0, across, across < 0 ? half : across};
+      edges[1][column] = {0, half, across, across};
     }
   }
 
-  TinyEdge edges[kTiny + 1][2 * kTiny + 1];
+  TinyEdge edges[kTiny][2 * kTiny + 1];
 };
 
 constexpr TinyEdges kTinyEdges;
@@ -76,6 +75,8 @@ struct Strand {
 /// Strands that wait, the next at the end, and those at hand, from left to right.
 class Schedule {
  public:
+  void Reserve(std::size_t stretches) { stretches_.reserve(stretches); }
+
   // Returns the strand's stretches, empty.
   Stretch* Add(int top, int end) {
     const std::size_t start = stretches_.size();
@@ -190,6 +191,8 @@ class SparseFill {
  public:
   SparseFill(const FillArea& area, RunSink& sink) : area_(area), runs_(sink) {}
 
+  void Reserve(std::size_t stretches) { sides_.Reserve(stretches); }
+
   void Fill(const std::vector<FillSide>& sides, int firstRow, int endRow) {
     area_.firstRow = firstRow;
     area_.endRow = endRow;
@@ -200,12 +203,10 @@ class SparseFill {
       sides_.Admit(row);
       borders_.Admit(row);
       const int stop = std::min(sides_.Stop(), borders_.Stop());
-      for (; row < stop; ++row) {
-        if (borders_.Active().empty()) {
-          FillPairs(row);
-        } else {
-          FillRow(row);
-        }
+      if (borders_.Active().empty()) {
+        for (; row < stop; ++row) FillPairs(row);
+      } else {
+        for (; row < stop; ++row) FillRow(row);
       }
       sides_.Retire(row);
       borders_.Retire(row);
@@ -267,8 +268,8 @@ class SparseFill {
   }
 
   // Adds the edges from `upper` on, a pixel on the canvas and in the rows at hand, as long as they
-  // are tiny and lead to another such; returns where they end. They go any way, so no branch asks
-  // which, and the stretch of the row where they have come to is not in memory yet.
+  // are tiny and lead to another such; returns where they end. They go any way, so a branch asks
+  // for the level ones at most, and the stretch of the row at hand is not in memory yet.
   const cv::Point* AddTinyEdges(const cv::Point* upper, const cv::Point* lowermost,
                                 std::ptrdiff_t step, Stretch* row, int end) const {
     cv::Point from = *upper;
@@ -279,13 +280,16 @@ class SparseFill {
       const int down = to.y - from.y;
       const int across = to.x - from.x;
       if (!IsTiny(down, across)) break;
-      const TinyEdge& edge = kTinyEdges.edges[down][across + kTiny];
-      now.Widen(from.x + edge.reach);
-      row[(down + 1) / 2] = {from.x + edge.middle, from.x + edge.middle};
-      *row = now;
-      now.first = down == 0 ? now.first : from.x + edge.first;
-      now.last = down == 0 ? now.last : from.x + edge.last;
-      row += down;
+      if (down == 0) {
+        now.Widen(to.x);
+      } else {
+        const TinyEdge& edge = kTinyEdges.edges[down - 1][across + kTiny];
+        now.Widen(from.x + edge.reach);
+        *row = now;
+        row[1] = {from.x + edge.middle, from.x + edge.middle};
+        now = {from.x + edge.first, from.x + edge.last};
+        row += down;
+      }
       from = to;
     }
     *row = now;
@@ -367,6 +371,7 @@ void FillSparsely(const std::vector<FillSide>& sides, const FillArea& area, std:
   const std::int64_t bands = 1 + edgeRows / std::max<std::int64_t>(8192, 16 * edges);
   const std::int64_t rows = (std::int64_t{area.endRow} - area.firstRow) / bands + 1;
   SparseFill fill(area, sink);
+  fill.Reserve(static_cast<std::size_t>(edgeRows / bands) + sides.size());
   for (std::int64_t row = area.firstRow; row < area.endRow; row += rows) {
     const std::int64_t end = std::min<std::int64_t>(row + rows, area.endRow);
     fill.Fill(sides, static_cast<int>(row), static_cast<int>(end));

@@ -332,11 +332,13 @@ void FillRing(int inner, int startAngle, int sweep, const FillArea& area, RunSin
   const std::vector<cv::Point> hole = SampleCircle(outer, inner, from, to);
   std::vector<cv::Point> rim = SampleCircle(outer, outer, from, to);
   ContourFill fill(area);
+  fill.Reserve(2, rim.size() + hole.size() + 1);
   if (sweep > 358) {
     fill.Add(rim);
     fill.Add(hole);
   } else if (!rim.empty()) {
     const cv::Point start = rim.front();
+    rim.reserve(rim.size() + hole.size() + 1);
     rim.insert(rim.end(), hole.rbegin(), hole.rend());
     rim.push_back(start);
     fill.Add(rim);
