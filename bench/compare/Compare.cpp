@@ -108,7 +108,7 @@ int PrintRow(const Row& row, const Figures& figures) {
   if (row.units > 0) {
     const double each = figures.seconds / row.units * 1e9;
     line += std::string(row.peers.empty() ? " " : ", ") + "ns a " + row.unit + " ";
-    line += Judged(Text("%.1f", each), "at most " + Text("%.3g", row.limitNanoseconds),
+    line += Judged(Text("%.1f", each), "at most " + Text("%.4g", row.limitNanoseconds),
                    each > row.limitNanoseconds, misses);
   }
   std::printf("%s |\n", line.c_str());
