@@ -1,11 +1,13 @@
 #include "VemTuple.h"
 
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 #include <algorithm>
 #include <climits>
 #include <csignal>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <string>
@@ -602,6 +604,24 @@ TEST(VemTuple, ReferenceOutOfRangeFaultsOnlyWhenTouched) {
     EXPECT_EXIT({ [[maybe_unused]] volatile int kind = bound.ValType(); }, Faulted, "");
     EXPECT_EXIT(bound = VemVar(5L), Faulted, "");
   }
+}
+
+// Ends the process by whoever is asked when memory runs short, at an array that grows past `count`.
+void GrowWithShortMemory(std::size_t arrays, int count) {
+  const rlimit limit = {std::size_t{1} << 31, std::size_t{1} << 31};
+  setrlimit(RLIMIT_AS, &limit);
+  std::vector<VemVarArray> growing(arrays);
+  std::set_new_handler([] { std::_Exit(7); });
+  for (VemVarArray& array : growing) {
+    for (int i = 0; i < count; ++i) array.Append(i);
+  }
+}
+
+TEST(VemTuple, GrowthAsksTheHandlerOfNewForMemory) {
+  if (kSanitized) GTEST_SKIP() << "Sanitizers need the addresses.";
+  const testing::ExitedWithCode byTheHandler(7);
+  EXPECT_EXIT(GrowWithShortMemory(1, INT_MAX), byTheHandler, "");
+  EXPECT_EXIT(GrowWithShortMemory(100000, 8192), byTheHandler, "");
 }
 
 TEST(VemTuple, SumIsConcatenation) {

@@ -3,6 +3,7 @@
 #include <emmintrin.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <utility>
@@ -45,11 +46,32 @@ void CopyTo(VemVar* target, const VemVar* source, std::size_t count) {
   }
 }
 
+// From this size on a block grows where it stands, or passes with its pages to another address;
+// smaller ones are copied sooner than the allocator does it.
+constexpr std::size_t kLargeBlock = std::size_t{1} << 21;
+
+// As operator new does it.
+template <typename Allocation>
+VemVar* Allocated(Allocation allocation) {
+  for (;;) {
+    if (void* const block = allocation()) return static_cast<VemVar*>(block);
+    const std::new_handler handler = std::get_new_handler();
+    if (handler == nullptr) throw std::bad_alloc();
+    handler();
+  }
+}
+
 void MoveTo(VemVarStore& store, std::size_t room) {
-  auto* const block = static_cast<VemVar*>(::operator new(room * sizeof(VemVar)));
   const std::size_t count = Count(store);
-  BestWordKernels().copy(block, store.First, count);
-  ::operator delete(store.First);
+  const std::size_t bytes = room * sizeof(VemVar);
+  VemVar* block;
+  if (count * sizeof(VemVar) >= kLargeBlock) {
+    block = Allocated([&] { return std::realloc(static_cast<void*>(store.First), bytes); });
+  } else {
+    block = Allocated([&] { return std::malloc(bytes); });
+    BestWordKernels().copy(block, store.First, count);
+    std::free(store.First);
+  }
   store = {block, block + count, block + room};
 }
 
@@ -130,7 +152,7 @@ void Truncate(VemVarStore& store, std::size_t count) {
 
 void Release(VemVarStore& store) {
   Destroy(store.First, Count(store));
-  ::operator delete(store.First);
+  std::free(store.First);
   store = {};
 }
 
