@@ -1,7 +1,6 @@
 // Runs our figure and each peer's in turn, round after round in one process, and prints a table of
 // the medians of the ratios within a round. A ratio below its bar is marked.
-//
-//     compare [--small] [--faults] [--rounds n] [--filter text] [picture...]
+// kUsage tells how it is called.
 
 #include "compare/Compare.h"
 
@@ -169,6 +168,18 @@ void SetAllocator(bool warm) {
   mallopt(M_TRIM_THRESHOLD, warm ? std::numeric_limits<int>::max() : 65536);
 }
 
+const char kUsage[] =
+    "compare [--small] [--faults] [--rounds n] [--filter text] [picture...]\n"
+    "\n"
+    "Times our work and its peers' in turn and prints a table of ratios.\n"
+    "\n"
+    "  --small        tiny inputs, one round: shows that all of it works\n"
+    "  --faults       the memory pages that each call touches anew, in place of times\n"
+    "  --rounds n     15 by default\n"
+    "  --filter text  only rows whose work and input, with a comma between, have the text\n"
+    "  picture        instead of the pictures made here\n";
+
+// For an option that is none, or that lacks its value, the usage is told.
 Options Parse(int count, char** arguments) {
   Options options;
   for (int i = 1; i < count; ++i) {
@@ -182,6 +193,10 @@ Options Parse(int count, char** arguments) {
       options.rounds = std::max(1, std::atoi(arguments[++i]));
     } else if (std::strcmp(argument, "--filter") == 0 && i + 1 < count) {
       options.filter = arguments[++i];
+    } else if (std::strncmp(argument, "--", 2) == 0) {
+      const bool asked = std::strcmp(argument, "--help") == 0;
+      std::fputs(kUsage, asked ? stdout : stderr);
+      std::exit(asked ? 0 : 2);
     } else {
       options.setting.pictures.push_back(argument);
     }
