@@ -2,6 +2,7 @@
 
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <climits>
@@ -9,6 +10,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <new>
 #include <string>
 #include <type_traits>
@@ -608,7 +610,11 @@ TEST(VemTuple, ReferenceOutOfRangeFaultsOnlyWhenTouched) {
 
 // Ends the process by whoever is asked when memory runs short, at an array that grows past `count`.
 void GrowWithShortMemory(std::size_t arrays, int count) {
-  const rlimit limit = {std::size_t{1} << 31, std::size_t{1} << 31};
+  std::size_t pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  const std::size_t bytes =
+      pages * static_cast<std::size_t>(getpagesize()) + (std::size_t{1} << 26);
+  const rlimit limit = {bytes, bytes};
   setrlimit(RLIMIT_AS, &limit);
   std::vector<VemVarArray> growing(arrays);
   std::set_new_handler([] { std::_Exit(7); });
@@ -621,7 +627,7 @@ TEST(VemTuple, GrowthAsksTheHandlerOfNewForMemory) {
   if (kSanitized) GTEST_SKIP() << "Sanitizers need the addresses.";
   const testing::ExitedWithCode byTheHandler(7);
   EXPECT_EXIT(GrowWithShortMemory(1, INT_MAX), byTheHandler, "");
-  EXPECT_EXIT(GrowWithShortMemory(100000, 8192), byTheHandler, "");
+  EXPECT_EXIT(GrowWithShortMemory(2000, 8192), byTheHandler, "");
 }
 
 TEST(VemTuple, SumIsConcatenation) {
