@@ -276,6 +276,33 @@ TEST(IVemROIParaOutlines, TorusTellsItsOwnSamples) {
       });
 }
 
+// One past the last column is told before it is truncated: a number too large gives the smallest.
+TEST(IVemROIParaOutlines, CanvasOfArcsAndRingsIsTruncatedOnce) {
+  const Chain inner = {{15, 10}};
+  ExpectOutlines(VemROITorus, {
+                                  {"LargestThatFits",
+                                   {10, 10, 5, 2147483636.0, 0, 0},
+                                   Outlined({inner, {{2147483646, 10}}}, 2147483647, 2147483647)},
+                                  {"OnePixelMore",
+                                   {10, 10, 5, 2147483637.0, 0, 0},
+                                   Outlined({inner, {{2147483647, 10}}}, kSmallest, kSmallest)},
+                                  {"TwoPixelsMore",
+                                   {10, 10, 5, 2147483638.0, 0, 0},
+                                   Outlined({inner, {{kSmallest, 10}}}, kSmallest, kSmallest)},
+                              });
+  ExpectOutlines(VemROIArc, {
+                                {"LargestThatFits",
+                                 {10, 10, 2147483636.0, 0, 0},
+                                 Outlined({{{2147483646, 10}}}, 2147483647, 2147483647)},
+                                {"OnePixelMore",
+                                 {10, 10, 2147483637.0, 0, 0},
+                                 Outlined({{{2147483647, 10}}}, kSmallest, kSmallest)},
+                                {"TwoPixelsMore",
+                                 {10, 10, 2147483638.0, 0, 0},
+                                 Outlined({{{kSmallest, 10}}}, kSmallest, kSmallest)},
+                            });
+}
+
 // The whole numbers of degrees end at 2147483647.
 TEST(IVemROIParaOutlines, SamplesEndAtTheGreatestInteger) {
   ExpectOutlines(VemROIArc, {{"Arc",

@@ -183,6 +183,28 @@ TEST_F(RowKernelsTest, NothingOutsideTheRowsIsRead) {
   }
 }
 
+// A row whose pixels alternate has the most edges that there can be; the last of them lie in a word
+// that is told byte after byte, behind which most is written and counts for nothing.
+TEST_F(RowKernelsTest, NothingBehindTheRoomOfARowIsTouched) {
+  const GuardedBytes bytes(EdgeRoom(kWidest) * sizeof(Edge));
+  const Storage& storage = kStorages[0];
+  for (int columns = 1; columns <= kWidest; ++columns) {
+    Mask mask = Noise(1, columns, 0);
+    for (std::size_t column = 0; column < mask[0].size(); column += 2) mask[0][column] = true;
+    std::vector<unsigned char> pixels(mask[0].size());
+    Store(mask, storage, pixels.size(), pixels.data());
+    for (const RowKernels* kernels : OfferedKernels()) {
+      PixelRows rows = RowsOf(mask, storage, pixels.size(), pixels.data());
+      EdgeRows found;
+      found.end = reinterpret_cast<const Edge*>(bytes.End());
+      found.begin = reinterpret_cast<Edge*>(bytes.End()) - EdgeRoom(columns);
+      kernels->findEdges[storage.kind](rows, found);
+      EXPECT_TRUE(IsClosed(found));
+      EXPECT_EQ(Edges(1, {found.begin, found.ends[0]}), PlainEdges(mask)) << columns;
+    }
+  }
+}
+
 TEST_F(RowKernelsTest, RowsThatRepeatAreToldAndFoundAll) {
   const Storage& storage = kStorages[0];
   for (int round = 0; round < 300; ++round) {

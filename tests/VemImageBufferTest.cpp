@@ -182,6 +182,7 @@ const BufferCase kRaisingCases[] = {
     {"NegativeWidthOneRow", true, 2, 1, -2, 1, VemImageType8U},
     {"NegativeHeightAndWidth", true, 2, -2, -2, 1, VemImageType8U},
     {"SmallestHeightAndWidth", true, 0, INT_MIN, INT_MIN, 1, VemImageType8U},
+    {"AsManyBytesAsNoIntegerCounts", true, 0, 1 << 30, 1 << 30, 2, VemImageType64F},
 };
 
 TEST(VemImageBuffer, ConstructorLetsOpenCVRaise) {

@@ -296,6 +296,7 @@ class UnwritablePlaces {
   UnwritablePlaces() {
     fs::create_directory(folder_ / "closed");
     fs::create_directory(folder_ / "protected");
+    fs::create_directory(folder_ / "unsearchable");
     for (const char* format : {"png", "jpg", "bmp", "tif", "jp2"}) {
       const std::string extension = std::string(".") + format;
       WriteBytes(folder_ / ("locked" + extension), {1, 2, 3});
@@ -307,8 +308,10 @@ class UnwritablePlaces {
       fs::create_symlink("closed/a" + extension, folder_ / ("closed_link" + extension));
       fs::create_symlink(folder_ / ("protected/a" + extension),
                          folder_ / ("protected_link" + extension));
-      for (const char* place : {"locked", "folder", "dangling", "loop", "closed_link",
-                                "protected_link", "missing/a", "closed/a", "protected/a"}) {
+      fs::create_symlink("unsearchable/a" + extension, folder_ / ("unsearchable_link" + extension));
+      for (const char* place :
+           {"locked", "folder", "dangling", "loop", "closed_link", "protected_link",
+            "unsearchable_link", "missing/a", "closed/a", "protected/a", "unsearchable/a"}) {
         paths.push_back(folder_ / (place + extension));
       }
       paths.push_back(folder_ / ("locked.png/a" + extension));
@@ -317,12 +320,15 @@ class UnwritablePlaces {
     fs::permissions(folder_ / "closed", fs::perms::owner_read);
     constexpr auto kReadOnly = static_cast<fs::perms>(0555);
     fs::permissions(folder_ / "protected", kReadOnly);
+    constexpr auto kNotSearchable = static_cast<fs::perms>(0666);
+    fs::permissions(folder_ / "unsearchable", kNotSearchable);
   }
 
   bool Unchanged() const {
     return Exists(folder_ / "locked.tif") && fs::is_empty(folder_ / "closed") &&
-           fs::is_empty(folder_ / "protected") && fs::is_empty(folder_ / "folder.png") &&
-           !Exists(folder_ / "missing") && ReadBytes(folder_ / "locked.png") == Bytes{1, 2, 3} &&
+           fs::is_empty(folder_ / "protected") && fs::is_empty(folder_ / "unsearchable") &&
+           fs::is_empty(folder_ / "folder.png") && !Exists(folder_ / "missing") &&
+           ReadBytes(folder_ / "locked.png") == Bytes{1, 2, 3} &&
            ReadBytes(folder_ / "locked.tif") == Bytes{1, 2, 3};
   }
 

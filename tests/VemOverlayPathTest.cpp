@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "IVemOverlayPath.h"
+#include "support/HeapCounter.h"
 #include "support/OverlayCases.h"
 #include "support/OverlayKinds.h"
 #include "support/OverlayPaths.h"
@@ -462,6 +463,22 @@ TYPED_TEST(OverlayPath, AssignmentReplacesTheList) {
       EXPECT_EQ(source.Length(), from);
     }
   }
+}
+
+TYPED_TEST(OverlayPath, GivesAllItsBlocksBack) {
+  VemOverlay overlay = ImageOverlay();
+  const auto use = [&] {
+    TypeParam path;
+    path.AddOverlay(overlay);
+    const TypeParam copy(path);
+    TypeParam assigned;
+    assigned = copy;
+    EXPECT_EQ(assigned.Length(), 1);
+  };
+  use();
+  const HeapCounter heap;
+  use();
+  EXPECT_EQ(heap.Kept(), 0);
 }
 
 TYPED_TEST(OverlayPath, AssignmentToItselfChangesNothing) {

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/HeapCounter.h"
 #include "support/OverlayCases.h"
 #include "support/OverlayKinds.h"
 #include "support/OverlayRecords.h"
@@ -27,6 +28,20 @@ VemOverlay FullHandle() {
   VemOverlay overlay;
   Impl(overlay) = FullOverlay();
   return overlay;
+}
+
+TEST(VemOverlay, GivesAllItsBlocksBack) {
+  const auto use = [] {
+    const VemOverlay overlay = FullHandle();
+    const VemOverlay copy(overlay);
+    VemOverlay assigned;
+    assigned = copy;
+    EXPECT_EQ(assigned.OverlayType(), Impl(assigned).Type);
+  };
+  use();
+  const HeapCounter heap;
+  use();
+  EXPECT_EQ(heap.Kept(), 0);
 }
 
 // --- The kinds that are told by numbers ---

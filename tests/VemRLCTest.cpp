@@ -442,6 +442,7 @@ TEST(VemRLC, AnyNonZeroPixelOfAnyDepthIsForeground) {
   ExpectDepth<std::uint16_t>(CV_16UC1, 256);
   ExpectDepth<std::int16_t>(CV_16SC1, -32768);
   ExpectDepth<std::int32_t>(CV_32SC1, 65536);
+  ExpectDepth<std::int32_t>(CV_32SC1, std::numeric_limits<std::int32_t>::min());
   ExpectDepth<float>(CV_32FC1, 1e-40f);
   ExpectDepth<float>(CV_32FC1, std::numeric_limits<float>::quiet_NaN());
   ExpectDepth<double>(CV_64FC1, -1e-310);

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "support/ArrayContract.h"
+#include "support/HeapCounter.h"
 #include "support/Regions.h"
 
 namespace {
@@ -71,6 +72,19 @@ RegionValue UnionOf(VemRegionArray& array) {
   VemRegion region;
   (array.*kUnion)(&region);
   return ValueOf(region);
+}
+
+TEST(VemRegionArray, GivesAllItsBlocksBack) {
+  const auto use = [] {
+    const VemRegionArray array = ArrayOf({Sample(1), WithOutlines(2, kRing)});
+    VemRegionArray assigned(array);
+    assigned = array;
+    EXPECT_EQ(assigned.Length(), 2);
+  };
+  use();
+  const HeapCounter heap;
+  use();
+  EXPECT_EQ(heap.Kept(), 0);
 }
 
 // --- Regions on their way through ---

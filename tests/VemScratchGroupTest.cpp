@@ -15,6 +15,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/HeapCounter.h"
 #include "support/PrivateAccess.h"
 #include "support/Support.h"
 
@@ -519,6 +520,22 @@ void ExpectAssignmentToKeepTheStorage() {
 TEST(VemScratchLayer, AssignmentKeepsTheStorage) { ExpectAssignmentToKeepTheStorage<LayerLevel>(); }
 TEST(VemScratchLayerArray, AssignmentKeepsTheStorage) {
   ExpectAssignmentToKeepTheStorage<ArrayLevel>();
+}
+
+TEST(VemScratchLayerArray, GivesAllItsBlocksBack) {
+  const auto use = [] {
+    VemScratchLayerArray layers;
+    Layer layer = MakeLayer(3);
+    layers.Append(layer);
+    const VemScratchLayerArray copy(layers);
+    layers = copy;
+    layers.Remove(0);
+    EXPECT_EQ(layers.GetLayerNum(), 0);
+  };
+  use();
+  const HeapCounter heap;
+  use();
+  EXPECT_EQ(heap.Kept(), 0);
 }
 
 TEST(VemScratchLayerArray, CopiesAreDeepOnEveryLevel) {
