@@ -1,6 +1,7 @@
 #include <cstdio>
 
 #include "VemData.h"
+#include "vem/value.h"
 
 int main() {
   VemPoint corner(10, 20), opposite(12, 22);
@@ -10,5 +11,7 @@ int main() {
   int width = 0, height = 0;
   roi.GetMask(&rows, &firstColumns, &lastColumns, &width, &height);
   std::printf("%d runs on %d x %d\n", rows.Length(), width, height);
-  return rows.Length() == 3 && width == 13 && height == 23 ? 0 : 1;
+  const bool plain = rows.Length() == 3 && width == 13 && height == 23;
+  const bool companion = vem::get<int>(rows[0]) == 20 && vem::get_or(VemVar("x"), 7) == 7;
+  return plain && companion ? 0 : 1;
 }
