@@ -3,6 +3,7 @@
 
 #include <climits>
 #include <cmath>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -10,17 +11,22 @@
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <utility>
 #if __cplusplus >= 201703L
 #include <string_view>
 #endif
 
 #include "VemVar.h"
+#include "vem/value_operators.h"
 
-/// Control values in C++: `VemVar` in and out of C++ numbers and texts.
+/// Control values in C++: `VemVar` in and out of C++ numbers and texts, compared and calculated
+/// with them.
 ///
 /// A number is here any arithmetic type or unscoped enumeration, a text any of `const char*`, an
 /// array of `char`, `std::string` and, from C++17 on, `std::string_view`. The text of a value ends
 /// at its first zero byte; the text of a sum of two VemVar has none, and must not come here.
+///
+/// The operators stand in vem/value_operators.h, which comes along.
 namespace vem {
 
 /// What get throws: the value is of another kind, or a number that the type asked for has not.
@@ -35,50 +41,6 @@ struct none_t {};
 
 /// @cond
 namespace detail {
-
-template <class T>
-using plain = typename std::remove_cv<typename std::remove_reference<T>::type>::type;
-
-template <bool kCondition, class T = void>
-using if_true = typename std::enable_if<kCondition, T>::type;
-
-template <class T>
-struct is_number : std::integral_constant<bool, std::is_arithmetic<T>::value ||
-                                                    (std::is_enum<T>::value &&
-                                                     std::is_convertible<T, long long>::value)> {};
-
-template <class T>
-struct is_text : std::false_type {};
-template <>
-struct is_text<const char*> : std::true_type {};
-template <>
-struct is_text<char*> : std::true_type {};
-template <std::size_t kSize>
-struct is_text<char[kSize]> : std::true_type {};
-template <>
-struct is_text<std::string> : std::true_type {};
-#if __cplusplus >= 201703L
-template <>
-struct is_text<std::string_view> : std::true_type {};
-#endif
-
-// The bytes of a text, whatever holds them. A null pointer has no bytes, not even none.
-struct text_span {
-  const char* bytes;
-  std::size_t length;
-};
-
-inline text_span span_of(const char* text) {
-  return text_span{text, text == nullptr ? 0 : std::strlen(text)};
-}
-inline text_span span_of(const std::string& text) { return text_span{text.data(), text.size()}; }
-#if __cplusplus >= 201703L
-inline text_span span_of(std::string_view text) { return text_span{text.data(), text.size()}; }
-#endif
-
-inline bool is_numeric(const VemVar& value) {
-  return value.ValType() == VemVarLong || value.ValType() == VemVarDouble;
-}
 
 // The shortest digits that read back as the same number.
 inline std::string digits(double number) {
@@ -162,8 +124,111 @@ struct reader<T, if_true<is_text<T>::value && !std::is_same<T, char*>::value>> {
   static std::string name() { return "a text"; }
 };
 
+// An integer beside a double, without a rounding.
+inline order order_exactly(long integer, double number) {
+  const double limit = 9223372036854775808.0;
+  if (!(number < limit)) return kLess;
+  if (number < -limit) return kGreater;
+  const long whole = static_cast<long>(number);
+  return integer == whole ? order_of(static_cast<double>(whole), number) : order_of(integer, whole);
+}
+
+// The place of a kind in the order of all values: nothing, numbers, no numbers, texts.
+inline int rank(const VemVar& value) {
+  if (value.ValType() == VemVarString) return 3;
+  if (value.ValType() == VemVarDouble) return std::isnan(value.D()) ? 2 : 1;
+  return value.ValType() == VemVarLong ? 1 : 0;
+}
+
+// The calls of a visitor, and what they give.
+template <class Visitor, class T>
+struct visits {
+  template <class V>
+  static auto test(int) -> decltype(std::declval<V>()(std::declval<T>()), std::true_type());
+  template <class V>
+  static std::false_type test(...);
+  static const bool value = decltype(test<Visitor>(0))::value;
+};
+
+template <class Visitor, class T>
+using visited = decltype(std::declval<Visitor>()(std::declval<T>()));
+
+template <class Visitor, bool kTakesAll>
+struct visit_result {
+  typedef visited<Visitor, long> type;
+  static const bool one = std::is_same<type, visited<Visitor, double>>::value &&
+                          std::is_same<type, visited<Visitor, const char*>>::value &&
+                          std::is_same<type, visited<Visitor, none_t>>::value;
+};
+template <class Visitor>
+struct visit_result<Visitor, false> {
+  typedef void type;
+  static const bool one = true;
+};
+
+template <class Visitor>
+struct visits_all
+    : std::integral_constant<bool, visits<Visitor, long>::value && visits<Visitor, double>::value &&
+                                       visits<Visitor, const char*>::value &&
+                                       visits<Visitor, none_t>::value> {};
+
+// A visitor may take an integer as a double, for which no caller is warned.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wconversion"
+template <class Result, class Visitor>
+Result visit_as(Visitor&& visitor, const VemVar& value, std::true_type /*takes all*/) {
+  switch (value.ValType()) {
+    case VemVarLong:
+      return std::forward<Visitor>(visitor)(value.L());
+    case VemVarDouble:
+      return std::forward<Visitor>(visitor)(value.D());
+    case VemVarString:
+      return std::forward<Visitor>(visitor)(value.S());
+    default:
+      return std::forward<Visitor>(visitor)(none_t());
+  }
+}
+#pragma GCC diagnostic pop
+template <class Result, class Visitor>
+Result visit_as(Visitor&&, const VemVar&, std::false_type /*takes all*/);
+
+template <class T>
+VemVar made(const T& number, std::true_type /*number*/) {
+  if (std::is_unsigned<T>::value && static_cast<unsigned long long>(number) > LONG_MAX) {
+    throw std::out_of_range("vem::value: " + std::to_string(number) + " is beyond the integers");
+  }
+  return operand(number);
+}
+template <class T>
+VemVar made(const T& text, std::false_type /*number*/) {
+  const text_span span = span_of(text);
+  if (span.bytes == nullptr) {
+    throw std::invalid_argument("vem::value: the text is a null pointer");
+  }
+  const std::string copy(span.bytes, span.length);
+  const std::size_t zero = copy.find('\0');
+  if (zero != std::string::npos) {
+    throw std::invalid_argument("vem::value: the text has a zero byte at " + std::to_string(zero));
+  }
+  return VemVar(copy.c_str());
+}
+
 }  // namespace detail
 /// @endcond
+
+/// A value from a number or a text; `std::out_of_range` for an unsigned integer above the greatest
+/// signed one, `std::invalid_argument` for a null pointer and for a text with a zero byte within.
+template <class T>
+VemVar value(const T& other) {
+  static_assert(detail::is_number<T>::value || detail::is_text<T>::value,
+                "vem::value: a control value is made of a number, std::string, std::string_view or "
+                "const char*");
+  return detail::made(other, detail::is_number<T>());
+}
+/// A copy.
+inline VemVar value(const VemVar& other) { return other; }
+/// Nothing.
+inline VemVar value(none_t) { return VemVar(); }
 
 /// Whether get can read the value as a `T`.
 template <class T>
@@ -197,6 +262,61 @@ T get_or(const VemVar& value, T other) {
 inline std::string get_or(const VemVar& value, const char* other) {
   return get_or<std::string>(value, std::string(other));
 }
+
+/// Calls the visitor with what the value holds, a `long`, a `double`, a `const char*` or a none_t,
+/// and returns what it returns. It must take all four, and return one type.
+template <class Visitor>
+typename detail::visit_result<Visitor, detail::visits_all<Visitor>::value>::type visit(
+    Visitor&& visitor, const VemVar& value) {
+  typedef detail::visits_all<Visitor> takes_all;
+  typedef detail::visit_result<Visitor, takes_all::value> result;
+  static_assert(takes_all::value,
+                "vem::visit: the visitor takes a long, a double, a const char* and a vem::none_t");
+  static_assert(result::one, "vem::visit: the visitor returns one type, whatever it takes");
+  return detail::visit_as<typename result::type>(std::forward<Visitor>(visitor), value,
+                                                 std::integral_constant < bool,
+                                                 takes_all::value&& result::one > ());
+}
+
+/// @cond
+namespace detail {
+
+template <class First, class... Rest>
+struct overload_set : First, overload_set<Rest...> {
+  overload_set(First first, Rest... rest)
+      : First(std::move(first)), overload_set<Rest...>(std::move(rest)...) {}
+  using First::operator();
+  using overload_set<Rest...>::operator();
+};
+template <class Last>
+struct overload_set<Last> : Last {
+  explicit overload_set(Last last) : Last(std::move(last)) {}
+  using Last::operator();
+};
+
+}  // namespace detail
+/// @endcond
+
+/// One visitor of several, for each kind the one that takes it best.
+template <class... Visitors>
+detail::overload_set<Visitors...> overload(Visitors... visitors) {
+  return detail::overload_set<Visitors...>(std::move(visitors)...);
+}
+
+/// An order of all values, for sorting, sets and maps: nothing, then numbers by value, an integer
+/// and a double compared without rounding, then all that is no number, then texts by bytes.
+struct less {
+  /// Whether `a` stands before `b`.
+  bool operator()(const VemVar& a, const VemVar& b) const {
+    const int left = detail::rank(a);
+    const int right = detail::rank(b);
+    if (left != right) return left < right;
+    if (left == 0 || left == 2) return false;
+    if (a.ValType() == b.ValType()) return detail::order_between(a, b) == detail::kLess;
+    return a.ValType() == VemVarLong ? detail::order_exactly(a.L(), b.D()) == detail::kLess
+                                     : detail::order_exactly(b.L(), a.D()) == detail::kGreater;
+  }
+};
 
 }  // namespace vem
 

@@ -2,18 +2,21 @@
 
 #include <cmath>
 #include <limits>
+#include <map>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 namespace {
 
 // What a call throws, or "" if it throws nothing.
-template <class Call>
+template <class Error = vem::bad_value_access, class Call>
 std::string Thrown(Call call) {
   try {
     call();
-  } catch (const vem::bad_value_access& error) {
+  } catch (const Error& error) {
     return error.what();
   }
   return "";
@@ -92,6 +95,114 @@ TEST(VemValueHolds, TellsWhatGetCanRead) {
   EXPECT_FALSE(vem::holds<double>(VemVar("3")));
   EXPECT_TRUE(vem::holds<std::string>(VemVar("")));
   EXPECT_FALSE(vem::holds<std::string>(VemVar()));
+}
+
+TEST(VemValueMade, TakesNumbersAndTexts) {
+  EXPECT_EQ(vem::get<long>(vem::value(3)), 3);
+  EXPECT_EQ(vem::get<long>(vem::value(static_cast<short>(-3))), -3);
+  EXPECT_EQ(vem::get<long>(vem::value(3u)), 3);
+  EXPECT_EQ(vem::get<long>(vem::value(true)), 1);
+  EXPECT_EQ(vem::get<long>(vem::value(VemVarString)), 2);
+  EXPECT_EQ(vem::get<long>(vem::value(std::numeric_limits<long>::min())),
+            std::numeric_limits<long>::min());
+  EXPECT_EQ(vem::value(2.5f).ValType(), VemVarDouble);
+  EXPECT_EQ(vem::get<double>(vem::value(2.5L)), 2.5);
+  EXPECT_EQ(vem::get<std::string>(vem::value("x")), "x");
+  EXPECT_EQ(vem::get<std::string>(vem::value(std::string("text"))), "text");
+  EXPECT_EQ(vem::get<std::string>(vem::value(std::string())), "");
+  EXPECT_EQ(vem::get<long>(vem::value(VemVar(7))), 7);
+  EXPECT_EQ(vem::value(vem::none_t()).ValType(), VemVarNone);
+#if __cplusplus >= 201703L
+  EXPECT_EQ(vem::get<std::string>(vem::value(std::string_view("text", 2))), "te");
+  EXPECT_EQ(vem::get<std::string>(vem::value(std::string_view())), "");
+#endif
+}
+
+TEST(VemValueMade, RefusesWhatItCouldNotHold) {
+  const char* const null = nullptr;
+  EXPECT_EQ(Thrown<std::out_of_range>([] { vem::value(1UL << 63); }),
+            "vem::value: 9223372036854775808 is beyond the integers");
+  EXPECT_EQ(Thrown<std::invalid_argument>([] { vem::value(std::string("ab\0c", 4)); }),
+            "vem::value: the text has a zero byte at 2");
+  EXPECT_EQ(Thrown<std::invalid_argument>([null] { vem::value(null); }),
+            "vem::value: the text is a null pointer");
+}
+
+struct KindOf {
+  std::string operator()(long) const { return "long"; }
+  std::string operator()(double) const { return "double"; }
+  std::string operator()(const char*) const { return "text"; }
+  std::string operator()(vem::none_t) const { return "nothing"; }
+};
+
+TEST(VemValueVisit, CallsWithWhatTheValueHolds) {
+  EXPECT_EQ(vem::visit(KindOf(), VemVar(3)), "long");
+  EXPECT_EQ(vem::visit(KindOf(), VemVar(3.0)), "double");
+  EXPECT_EQ(vem::visit(KindOf(), VemVar("3")), "text");
+  EXPECT_EQ(vem::visit(KindOf(), VemVar()), "nothing");
+  const KindOf named;
+  EXPECT_EQ(vem::visit(named, VemVar()), "nothing");
+}
+
+TEST(VemValueVisit, TakesAVisitorOfSeveral) {
+  double sum = 0;
+  int texts = 0, nothings = 0;
+  const auto visitor = vem::overload([&](double number) { sum += number; },
+                                     [&](const char* text) { texts += text[0] == 'a'; },
+                                     [&](vem::none_t) { ++nothings; });
+  for (const VemVar& value : {VemVar(3), VemVar(0.5), VemVar("a"), VemVar()}) {
+    vem::visit(visitor, value);
+  }
+  EXPECT_EQ(sum, 3.5);
+  EXPECT_EQ(texts, 1);
+  EXPECT_EQ(nothings, 1);
+}
+
+TEST(VemValueLess, OrdersAllValuesStrictly) {
+  const double nan = std::nan("");
+  const long large = 1L << 53;
+  // In order; those of one line are the same.
+  const std::vector<std::vector<VemVar>> lines = {
+      {VemVar(), VemVar()},
+      {VemVar(-std::numeric_limits<double>::infinity())},
+      {VemVar(-1e300)},
+      {VemVar(std::numeric_limits<long>::min()), VemVar(-9223372036854775808.0)},
+      {VemVar(-1.5)},
+      {VemVar(-1), VemVar(-1.0)},
+      {VemVar(-0.5)},
+      {VemVar(0), VemVar(0.0), VemVar(-0.0)},
+      {VemVar(2), VemVar(2.0)},
+      {VemVar(2.5)},
+      {VemVar(large), VemVar(9007199254740992.0)},
+      {VemVar(large + 1)},
+      {VemVar(9007199254740994.0)},
+      {VemVar(std::numeric_limits<long>::max())},
+      {VemVar(9223372036854775808.0)},
+      {VemVar(std::numeric_limits<double>::infinity())},
+      {VemVar(nan), VemVar(-nan)},
+      {VemVar("")},
+      {VemVar("1")},
+      {VemVar("a"), VemVar("a")},
+      {VemVar("ab")},
+  };
+  const vem::less before;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    for (std::size_t j = 0; j < lines.size(); ++j) {
+      for (const VemVar& a : lines[i]) {
+        for (const VemVar& b : lines[j]) EXPECT_EQ(before(a, b), i < j) << i << ' ' << j;
+      }
+    }
+  }
+}
+
+TEST(VemValueLess, SortsAndSearches) {
+  std::map<VemVar, int, vem::less> counts;
+  for (const VemVar& value : {VemVar("b"), VemVar(2), VemVar("a"), VemVar(2.0), VemVar()}) {
+    ++counts[value];
+  }
+  EXPECT_EQ(counts.size(), 4u);
+  EXPECT_EQ(counts[VemVar(2)], 2);
+  EXPECT_EQ(counts.begin()->first.ValType(), VemVarNone);
 }
 
 }  // namespace
