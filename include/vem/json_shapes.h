@@ -276,7 +276,7 @@ inline json write_member(member kind, const VemVarArray& numbers, int index) {
     case member::point_x_first:
       return form<VemPoint>::write(VemPoint(numbers[index].D(), numbers[index + 1].D()));
     default:
-      return form<VemVar>::write(numbers[index]);
+      return is_integer(kind) ? json(numbers[index].L()) : write_number(numbers[index].D());
   }
 }
 
