@@ -1,0 +1,190 @@
+#include "view/Draw.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "view/Pen.h"
+#include "view/PixelSet.h"
+
+namespace {
+
+class RoiDrawing {
+ public:
+  RoiDrawing(Canvas& canvas, const VemROI& roi, const vem::draw_style& style)
+      : canvas_(canvas),
+        roi_(roi),
+        color_(ColorOf(style.blue, style.green, style.red)),
+        width_(style.width),
+        filled_(style.filled),
+        pen_(canvas, color_, style.width) {}
+
+  void Draw();
+
+ private:
+  void DrawPoint();
+  void DrawLine();
+  void DrawArc();
+  void DrawRect1();
+  void DrawCircle();
+  void DrawTorus();
+  void DrawRect2();
+  void DrawEllipse();
+  void DrawPolygon();
+  void DrawIrregular();
+  void DrawMask();
+
+  // The inside by the mask, where the numbers allow it, and the outlines.
+  void Area(const std::vector<Chain>& outlines, std::initializer_list<double> numbers);
+  PixelSet Pixels() const;
+
+  Canvas& canvas_;
+  const VemROI& roi_;
+  Color color_;
+  int width_;
+  bool filled_;
+  Pen pen_;
+};
+
+// A mask has as many rows as its shape and holds whole numbers of 32 bits.
+constexpr double kMaskLimit = 32768;
+
+bool FitsMask(double number) { return std::abs(number) < kMaskLimit; }
+
+bool FitsMask(const std::vector<Chain>& chains) {
+  for (const Chain& chain : chains) {
+    for (const cv::Point2d& p : chain) {
+      if (!FitsMask(p.x) || !FitsMask(p.y)) return false;
+    }
+  }
+  return true;
+}
+
+void RoiDrawing::Draw() {
+  switch (roi_.ROIType()) {
+    case VemROIPoint:
+      return DrawPoint();
+    case VemROILine:
+      return DrawLine();
+    case VemROIArc:
+      return DrawArc();
+    case VemROIRect1:
+      return DrawRect1();
+    case VemROICircle:
+      return DrawCircle();
+    case VemROITorus:
+      return DrawTorus();
+    case VemROIRect2:
+      return DrawRect2();
+    case VemROIEllipse:
+      return DrawEllipse();
+    case VemROIPolygon:
+      return DrawPolygon();
+    case VemROIIrregular:
+      return DrawIrregular();
+    case VemROIMask:
+      return DrawMask();
+    default:
+      return;
+  }
+}
+
+PixelSet RoiDrawing::Pixels() const {
+  VemVarArray rows, firstColumns, lastColumns;
+  int width = 0, height = 0;
+  roi_.GetMask(&rows, &firstColumns, &lastColumns, &width, &height);
+  PixelSet pixels(canvas_.Size());
+  pixels.Add(rows, firstColumns, lastColumns);
+  return pixels;
+}
+
+void RoiDrawing::Area(const std::vector<Chain>& outlines, std::initializer_list<double> numbers) {
+  const bool fits = FitsMask(outlines) && std::all_of(numbers.begin(), numbers.end(),
+                                                      [](double n) { return FitsMask(n); });
+  if (filled_ && fits) {
+    Pixels().Lay(canvas_, color_, kTint);
+  } else if (filled_) {
+    pen_.Tint(outlines, color_);
+  }
+  pen_.Closed(outlines);
+}
+
+void RoiDrawing::DrawPoint() {
+  VemPoint point;
+  if (Readable(roi_).GetPoint(&point)) pen_.Cross(PointOf(point));
+}
+
+void RoiDrawing::DrawLine() {
+  VemPoint p1, p2;
+  if (roi_.GetLine(&p1, &p2)) pen_.Open({PointOf(p1), PointOf(p2)});
+}
+
+void RoiDrawing::DrawArc() {
+  VemPoint center;
+  double radius = 0, start = 0, sweep = 0;
+  if (!roi_.GetArc(&center, &radius, &start, &sweep)) return;
+  if (!AreFinite(center, {radius, start, sweep})) return;
+  pen_.Open(ArcOf(PointOf(center), radius, start, sweep, pen_.Reach()));
+}
+
+void RoiDrawing::DrawRect1() {
+  VemPoint p1, p2;
+  if (roi_.GetRect1(&p1, &p2)) Area({RectangleOf(PointOf(p1), PointOf(p2))}, {});
+}
+
+void RoiDrawing::DrawCircle() {
+  VemPoint center;
+  double radius = 0;
+  if (!roi_.GetCircle(&center, &radius) || !AreFinite(center, {radius})) return;
+  Area({CircleOf(PointOf(center), radius, pen_.Reach())}, {radius});
+}
+
+void RoiDrawing::DrawTorus() {
+  VemPoint center;
+  double inner = 0, outer = 0, start = 0, sweep = 0;
+  if (!roi_.GetTorus(&center, &inner, &outer, &start, &sweep)) return;
+  if (!AreFinite(center, {inner, outer, start, sweep})) return;
+  Area(RingOf(PointOf(center), inner, outer, start, sweep, pen_.Reach()), {outer, start, sweep});
+}
+
+void RoiDrawing::DrawRect2() {
+  VemPoint center;
+  double length1 = 0, length2 = 0, angle = 0;
+  if (!roi_.GetRect2(&center, &length1, &length2, &angle)) return;
+  if (!AreFinite(center, {length1, length2, angle})) return;
+  Area({RectangleOf(PointOf(center), length1, length2, angle)}, {length1, length2, angle});
+}
+
+void RoiDrawing::DrawEllipse() {
+  VemPoint center;
+  double radius1 = 0, radius2 = 0, angle = 0;
+  if (!roi_.GetEllipse(&center, &radius1, &radius2, &angle)) return;
+  if (!AreFinite(center, {radius1, radius2, angle})) return;
+  Area({EllipseOf(PointOf(center), radius1, radius2, angle, pen_.Reach())},
+       {radius1, radius2, angle});
+}
+
+void RoiDrawing::DrawPolygon() {
+  VemPointArray points;
+  if (roi_.GetPolygon(&points)) Area({ChainOf(points)}, {});
+}
+
+void RoiDrawing::DrawIrregular() {
+  VemPointArray points;
+  if (!roi_.GetIrregular(&points)) return;
+  const Chain chain = ChainOf(points);
+  if (filled_ && FitsMask(std::vector<Chain>{chain})) Pixels().Lay(canvas_, color_, kTint);
+  pen_.Closed({chain});
+}
+
+void RoiDrawing::DrawMask() {
+  const PixelSet pixels = Pixels();
+  if (filled_) pixels.Lay(canvas_, color_, kTint);
+  if (width_ >= 1) pixels.LayBorder(canvas_, color_, width_);
+}
+
+}  // namespace
+
+void DrawRoi(Canvas& canvas, const VemROI& roi, const vem::draw_style& style) {
+  RoiDrawing(canvas, roi, style).Draw();
+}

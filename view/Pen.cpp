@@ -1,0 +1,96 @@
+#include "view/Pen.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// A wider line is as good as one of this width: it covers every picture that it comes near.
+constexpr int kWidest = 1 << 20;
+
+bool AreFinite(const Chain& chain) {
+  return std::all_of(chain.begin(), chain.end(), [](const cv::Point2d& p) { return IsFinite(p); });
+}
+
+bool AreFinite(const std::vector<Chain>& chains) {
+  return std::all_of(chains.begin(), chains.end(), [](const Chain& c) { return AreFinite(c); });
+}
+
+}  // namespace
+
+// An arrow's head and an irregular chain's dots reach farther than its line.
+Pen::Pen(Canvas& canvas, const Color& color, int width)
+    : canvas_(canvas),
+      color_(color),
+      width_(std::min(width, kWidest)),
+      frame_(canvas.Size(), 32 + 4.0 * std::max(width_, 0)) {}
+
+void Pen::Open(const Chain& chain) {
+  if (width_ < 1 || !AreFinite(chain)) return;
+  Coverage coverage(canvas_.Size());
+  AddLine(coverage, chain, false, width_);
+  canvas_.LayUnion(coverage, color_, kOpaque);
+}
+
+void Pen::Closed(const std::vector<Chain>& chains) {
+  if (width_ < 1 || !AreFinite(chains)) return;
+  Coverage coverage(canvas_.Size());
+  for (const Chain& chain : chains) AddLine(coverage, chain, true, width_);
+  canvas_.LayUnion(coverage, color_, kOpaque);
+}
+
+void Pen::Tint(const std::vector<Chain>& chains, const Color& color) {
+  if (!AreFinite(chains)) return;
+  Coverage coverage(canvas_.Size());
+  for (const Chain& chain : chains) coverage.Add(chain);
+  canvas_.LayEvenOdd(coverage, color, kTint);
+}
+
+void Pen::Cross(const cv::Point2d& center) {
+  constexpr double kArm = 16;
+  constexpr int kLeast = 3;
+  if (width_ < 1 || !IsFinite(center)) return;
+  const cv::Point2d level(kArm, 0), upright(0, kArm);
+  Coverage coverage(canvas_.Size());
+  AddLine(coverage, {center - level, center + level}, false, std::max(width_, kLeast));
+  AddLine(coverage, {center - upright, center + upright}, false, std::max(width_, kLeast));
+  canvas_.LayUnion(coverage, color_, kOpaque);
+}
+
+void Pen::Dots(const Chain& centers, double radius) {
+  if (width_ < 1 || !AreFinite(centers)) return;
+  Coverage coverage(canvas_.Size());
+  for (const cv::Point2d& center : centers) AddDot(coverage, center, radius);
+  canvas_.LayUnion(coverage, color_, kOpaque);
+}
+
+void Pen::Arrow(const cv::Point2d& from, const cv::Point2d& to) {
+  if (width_ < 1 || !IsFinite(from) || !IsFinite(to)) return;
+  const cv::Point2d along = Direction(from, to);
+  const cv::Point2d across(-along.y, along.x);
+  const double head = 5 + 3.0 * width_;
+  const cv::Point2d neck = to - head * along;
+  Coverage coverage(canvas_.Size());
+  if (Distance(from, to) > head) AddLine(coverage, {from, neck}, false, width_);
+  coverage.Add({to, neck - 0.5 * head * across, neck + 0.5 * head * across});
+  canvas_.LayUnion(coverage, color_, kOpaque);
+}
+
+void Pen::AddLine(Coverage& coverage, const Chain& chain, bool closed, double width) const {
+  for (std::size_t i = 1; i < chain.size(); ++i) {
+    AddSegment(coverage, chain[i - 1], chain[i], width);
+  }
+  if (closed && !chain.empty()) AddSegment(coverage, chain.back(), chain.front(), width);
+  for (const cv::Point2d& p : chain) AddDot(coverage, p, width / 2);
+}
+
+void Pen::AddSegment(Coverage& coverage, cv::Point2d a, cv::Point2d b, double width) const {
+  const cv::Point2d along = Direction(a, b);
+  if (!Clip(a, b, frame_)) return;
+  const cv::Point2d side(-along.y * width / 2, along.x * width / 2);
+  coverage.Add({a + side, b + side, b - side, a - side});
+}
+
+void Pen::AddDot(Coverage& coverage, const cv::Point2d& center, double radius) const {
+  if (frame_.Meets(center, 0)) coverage.Add(CircleOf(center, radius, frame_));
+}

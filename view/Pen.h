@@ -1,0 +1,42 @@
+#ifndef VIEW_PEN_H_
+#define VIEW_PEN_H_
+
+#include <vector>
+
+#include <opencv2/core.hpp>
+
+#include "view/Canvas.h"
+#include "view/Coverage.h"
+#include "view/Shapes.h"
+
+/// Draws shapes on a canvas: lines in one colour and width, insides in another. A shape with a
+/// number that is not finite is not drawn.
+class Pen {
+ public:
+  Pen(Canvas& canvas, const Color& color, int width);
+
+  /// The margin around the picture from which a line reaches in.
+  const Frame& Reach() const { return frame_; }
+  int Width() const { return width_; }
+
+  void Open(const Chain& chain);
+  void Closed(const std::vector<Chain>& chains);
+  /// Tints what an odd number of chains enclose.
+  void Tint(const std::vector<Chain>& chains, const Color& color);
+
+  void Cross(const cv::Point2d& center);
+  void Dots(const Chain& centers, double radius);
+  void Arrow(const cv::Point2d& from, const cv::Point2d& to);
+
+ private:
+  void AddLine(Coverage& coverage, const Chain& chain, bool closed, double width) const;
+  void AddSegment(Coverage& coverage, cv::Point2d a, cv::Point2d b, double width) const;
+  void AddDot(Coverage& coverage, const cv::Point2d& center, double radius) const;
+
+  Canvas& canvas_;
+  Color color_;
+  int width_;
+  Frame frame_;
+};
+
+#endif  // VIEW_PEN_H_
