@@ -124,7 +124,7 @@ VemPointArray PointsOf(const Chain& chain) {
 }
 
 // An overlay with a pen of its own; a brush fills it in the same colour.
-VemOverlay Outlined(const Color& color, long width = 4) {
+VemOverlay Outlined(const Color& color, long width = 5) {
   VemOverlay overlay;
   overlay.SetPen(color.blue, color.green, color.red, width);
   return overlay;
@@ -147,7 +147,7 @@ void AddLines(VemOverlayPath& path) {
   line.GenLine(from, to);
   path.AddOverlay(line);
 
-  VemOverlay arrow = Outlined(kOrange, 5);
+  VemOverlay arrow = Outlined(kOrange, 6);
   from = PointOf(Polar(Middle(2, 0), -95, 28));
   to = PointOf(Polar(Middle(2, 0), 95, 28));
   arrow.GenArrowLine(from, to);
@@ -207,18 +207,18 @@ void AddAreas(VemOverlayPath& path) {
 }
 
 void AddProbes(VemOverlayPath& path) {
-  VemOverlay rake = Outlined(kYellow, 2);
+  VemOverlay rake = Outlined(kYellow, 3);
   VemPoint from = PointOf(Middle(0, 2) + cv::Point2d(-90, -64));
   VemPoint to = PointOf(Middle(0, 2) + cv::Point2d(90, 64));
   rake.GenRakeRect1(from, to, 0, 7);
   path.AddOverlay(rake);
 
-  VemOverlay rotated = Outlined(kOrange, 2);
+  VemOverlay rotated = Outlined(kOrange, 3);
   VemPoint center = PointOf(Middle(1, 2));
   rotated.GenRakeRect2(center, 150, 120, 30, 2, 8);
   path.AddOverlay(rotated);
 
-  VemOverlay spokes = Outlined(kCyan, 2);
+  VemOverlay spokes = Outlined(kCyan, 3);
   center = PointOf(Middle(2, 2));
   spokes.GenSpokeTorus(center, 50, 108, -90, 360, 5, 28);
   path.AddOverlay(spokes);
