@@ -5,8 +5,7 @@
 
 namespace {
 
-// A wider line is as good as one of this width: it covers every picture that it comes near.
-constexpr int kWidest = 1 << 20;
+constexpr int kWidest = 32767;
 
 bool AreFinite(const Chain& chain) {
   return std::all_of(chain.begin(), chain.end(), [](const cv::Point2d& p) { return IsFinite(p); });
@@ -60,7 +59,7 @@ void Pen::Cross(const cv::Point2d& center) {
 void Pen::Dots(const Chain& centers, double radius) {
   if (width_ < 1 || !AreFinite(centers)) return;
   Coverage coverage(canvas_.Size());
-  for (const cv::Point2d& center : centers) AddDot(coverage, center, radius);
+  AddDots(coverage, centers, radius);
   canvas_.LayUnion(coverage, color_, kOpaque);
 }
 
@@ -81,7 +80,7 @@ void Pen::AddLine(Coverage& coverage, const Chain& chain, bool closed, double wi
     AddSegment(coverage, chain[i - 1], chain[i], width);
   }
   if (closed && !chain.empty()) AddSegment(coverage, chain.back(), chain.front(), width);
-  for (const cv::Point2d& p : chain) AddDot(coverage, p, width / 2);
+  AddDots(coverage, chain, width / 2);
 }
 
 void Pen::AddSegment(Coverage& coverage, cv::Point2d a, cv::Point2d b, double width) const {
@@ -91,6 +90,20 @@ void Pen::AddSegment(Coverage& coverage, cv::Point2d a, cv::Point2d b, double wi
   coverage.Add({a + side, b + side, b - side, a - side});
 }
 
-void Pen::AddDot(Coverage& coverage, const cv::Point2d& center, double radius) const {
-  if (frame_.Meets(center, 0)) coverage.Add(CircleOf(center, radius, frame_));
+// Small dots are all alike; of large ones only what is on the picture is made round.
+void Pen::AddDots(Coverage& coverage, const Chain& centers, double radius) const {
+  constexpr double kSmall = 64;
+  const Frame picture(canvas_.Size(), 1);
+  const Chain small = CircleOf({0, 0}, radius, Frame({0, 0}, radius));
+  Chain dot;
+  for (const cv::Point2d& center : centers) {
+    if (!picture.Meets(center, radius)) continue;
+    if (radius > kSmall) {
+      dot = CircleOf(center, radius, picture);
+    } else {
+      dot.clear();
+      for (const cv::Point2d& p : small) dot.push_back(center + p);
+    }
+    coverage.Add(dot);
+  }
 }

@@ -31,7 +31,7 @@ class Pen {
  private:
   void AddLine(Coverage& coverage, const Chain& chain, bool closed, double width) const;
   void AddSegment(Coverage& coverage, cv::Point2d a, cv::Point2d b, double width) const;
-  void AddDot(Coverage& coverage, const cv::Point2d& center, double radius) const;
+  void AddDots(Coverage& coverage, const Chain& centers, double radius) const;
 
   Canvas& canvas_;
   Color color_;

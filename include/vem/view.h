@@ -28,7 +28,7 @@ class VemRegion;
 ///
 /// Shapes. Whole coordinates are the centres of pixels. Edges are smooth: a pixel that is covered
 /// in part takes on the colour in part. Angles are degrees, counter-clockwise as seen. A width
-/// below 1 draws no line.
+/// below 1 draws no line, and one above 32767 counts as that.
 ///
 /// Numbers may be anything. A shape with a coordinate or a size that is not finite is not drawn,
 /// and of one that reaches beyond the picture the part inside is. The time goes with the picture
@@ -51,7 +51,7 @@ struct draw_style {
   int blue = 0;         ///< From 0 to 255.
   int green = 0;        ///< From 0 to 255.
   int red = 255;        ///< From 0 to 255.
-  int width = 1;        ///< Of the line, in pixels; below 1 there is none.
+  int width = 1;        ///< Of the line, in pixels.
   bool filled = false;  ///< Whether the inside is tinted, the picture shining through.
 };
 

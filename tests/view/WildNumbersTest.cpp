@@ -1,0 +1,409 @@
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <cstring>
+#include <ctime>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <opencv2/core.hpp>
+
+#include "Scenes.h"
+#include "VemContourArray.h"
+#include "VemOverlayPath.h"
+#include "vem/view.h"
+
+// Whatever the numbers, drawing raises nothing, stays in its picture and comes to an end soon.
+
+namespace {
+
+using vem::channel_order;
+using vem::draw;
+using vem::draw_style;
+
+/// Numbers of which many are wild.
+class Wild {
+ public:
+  explicit Wild(unsigned seed) : engine_(seed) {}
+
+  int Int(int low, int high) { return std::uniform_int_distribution<int>(low, high)(engine_); }
+
+  double Number() {
+    static const double kNumbers[] = {
+        kNaN, kInfinity,  -kInfinity,  1e300,         -1e300, 1.7e308, -1.7e308, 5e-324,
+        0,    -0.0,       INT_MIN,     INT_MAX,       1e9,    -1e9,    3e38,     32767,
+        1e15, 2147483648, 4.2949673e9, -2147483649.0, 1e5,    -1e5,    0.5,      16777217,
+        360,  359.5,      1e100,       -1e100,        9e18,   -9.3e18, 65536,    1};
+    if (Int(0, 2) == 0) return kNumbers[Int(0, static_cast<int>(std::size(kNumbers)) - 1)];
+    if (Int(0, 3) == 0) return std::ldexp(Int(-1000, 1000), Int(-20, 60));
+    return std::uniform_real_distribution<double>(-20, 60)(engine_);
+  }
+
+  long Long() {
+    static const long kNumbers[] = {0,       1,       -1,      2,         255,        256,
+                                    INT_MIN, INT_MAX, 1 << 20, 123456789, LONG_MIN,   LONG_MAX,
+                                    32767,   32768,   100,     1000,      4294967295, 12};
+    return kNumbers[Int(0, static_cast<int>(std::size(kNumbers)) - 1)];
+  }
+
+  int Whole() { return static_cast<int>(Long()); }
+  VemPoint Point() { return VemPoint(Number(), Number()); }
+
+  VemPointArray Points() {
+    VemPointArray points;
+    for (int i = Int(0, 12); i > 0; --i) {
+      VemPoint point = Point();
+      points.Append(point);
+    }
+    return points;
+  }
+
+  VemVar Value() {
+    switch (Int(0, 5)) {
+      case 0:
+        return VemVar(Number());
+      case 1:
+        return VemVar("text");
+      case 2:
+        return VemVar();
+      case 3:
+        return VemVar(Long());
+      default:
+        return VemVar(Int(-5, 50));
+    }
+  }
+
+  VemVarArray Values() {
+    VemVarArray values;
+    for (int i = Int(0, 20); i > 0; --i) values.Append(Value());
+    return values;
+  }
+
+  VemRegion Region() {
+    VemRegion region;
+    VemVarArray rows = Values(), firsts = Values(), lasts = Values();
+    region.CreateRegion(Whole(), Whole(), rows, firsts, lasts);
+    return region;
+  }
+
+  VemContour Contour() {
+    VemContour contour;
+    VemPointArray points = Points();
+    contour.FromPointArray(points);
+    return contour;
+  }
+
+  draw_style Style() { return {Whole(), Whole(), Whole(), Whole(), Int(0, 1) == 1}; }
+  channel_order Order() { return static_cast<channel_order>(Int(-1, 2)); }
+
+ private:
+  std::mt19937 engine_;
+};
+
+VemROI WildRoi(Wild& wild) {
+  VemROI roi;
+  VemPoint a = wild.Point(), b = wild.Point();
+  VemPointArray points = wild.Points();
+  const double n[] = {wild.Number(), wild.Number(), wild.Number(), wild.Number()};
+  VemRegion region = wild.Region();
+  VemVarArray rows, firsts, lasts;
+  region.GetRegionRuns(&rows, &firsts, &lasts);
+  switch (wild.Int(0, 10)) {
+    case 0:
+      roi.GenPoint(a);
+      break;
+    case 1:
+      roi.GenRect1(a, b);
+      break;
+    case 2:
+      roi.GenCircle(a, n[0]);
+      break;
+    case 3:
+      roi.GenTorus(a, n[0], n[1], n[2], n[3]);
+      break;
+    case 4:
+      roi.GenRect2(a, n[0], n[1], n[2]);
+      break;
+    case 5:
+      roi.GenLine(a, b);
+      break;
+    case 6:
+      roi.GenEllipse(a, n[0], n[1], n[2]);
+      break;
+    case 7:
+      roi.GenArc(a, n[0], n[1], n[2]);
+      break;
+    case 8:
+      roi.GenPolygon(points);
+      break;
+    case 9:
+      roi.GenIrregular(points);
+      break;
+    default:
+      roi.GenMask(rows, firsts, lasts, 30, 30);
+  }
+  // Below three points the numbers go and the type stays.
+  VemPointArray none;
+  if (wild.Int(0, 9) == 0) roi.GenPolygon(none);
+  return roi;
+}
+
+VemImage WildImage(Wild& wild) {
+  const int depth = wild.Int(0, 6), channels = wild.Int(1, 5);
+  cv::Mat pixels(wild.Int(0, 9), wild.Int(0, 9), CV_MAKETYPE(depth, channels));
+  cv::Mat flat = pixels.reshape(1);
+  if (!flat.empty()) flat.setTo(depth >= 5 ? wild.Number() : wild.Int(0, 255));
+  VemImage image;
+  image.Mat() = pixels;
+  return image;
+}
+
+VemOverlay WildOverlay(Wild& wild) {
+  VemOverlay overlay;
+  overlay.SetPen(wild.Long(), wild.Long(), wild.Long(), wild.Long());
+  overlay.SetBrush(wild.Long(), wild.Long(), wild.Long(), wild.Int(0, 1));
+  VemPoint a = wild.Point(), b = wild.Point();
+  const double n[] = {wild.Number(), wild.Number(), wild.Number(), wild.Number()};
+  VemVar name = wild.Value();
+  VemFont font(name, wild.Long());
+  font.Weight = wild.Long();
+  VemRegion region = wild.Region();
+  VemImage image = WildImage(wild);
+  switch (wild.Int(0, 20)) {
+    case 0:
+      overlay.GenPoint(a);
+      break;
+    case 1:
+      overlay.GenArrowLine(a, b);
+      break;
+    case 2:
+      overlay.GenLine(a, b);
+      break;
+    case 3:
+      overlay.GenRect1(a, b);
+      break;
+    case 4:
+      overlay.GenRakeRect1(a, b, wild.Int(0, 3), wild.Whole());
+      break;
+    case 5:
+      overlay.GenCircle(a, n[0]);
+      break;
+    case 6:
+      overlay.GenEllipse(a, n[0], n[1], n[2]);
+      break;
+    case 7:
+      overlay.GenPolygon(wild.Points());
+      break;
+    case 8:
+      overlay.GenPolyLine(wild.Points());
+      break;
+    case 9:
+      overlay.GenRect2(a, n[0], n[1], n[2]);
+      break;
+    case 10:
+      overlay.GenRakeRect2(a, n[0], n[1], n[2], wild.Int(0, 3), wild.Whole());
+      break;
+    case 11:
+      overlay.GenTorus(a, n[0], n[1], n[2], n[3]);
+      break;
+    case 12:
+    case 13:
+      overlay.GenSpokeTorus(a, n[0], n[1], n[2], n[3], wild.Int(4, 5), wild.Whole());
+      break;
+    case 14:
+      overlay.GenArc(a, n[0], n[1], n[2]);
+      break;
+    case 15:
+      overlay.GenIrregular(wild.Points());
+      break;
+    case 16:
+      overlay.GenText(a,
+                      std::string(static_cast<std::size_t>(wild.Int(0, 40)),
+                                  static_cast<char>(wild.Int(1, 255)))
+                          .c_str(),
+                      font);
+      break;
+    case 17:
+      overlay.GenImage(a, image);
+      break;
+    case 18:
+      overlay.GenRegion(region);
+      break;
+    default:
+      overlay.FromROI(WildRoi(wild));
+      if (wild.Int(0, 2) == 0) overlay.FromContour(wild.Contour());
+  }
+  return overlay;
+}
+
+void DrawWild(Wild& wild, cv::Mat& picture) {
+  const channel_order order = wild.Order();
+  VemContourArray contours;
+  VemOverlayPath path;
+  switch (wild.Int(0, 9)) {
+    case 0:
+      return void(draw(picture, wild.Region(), wild.Style(), order));
+    case 1:
+      return void(draw(picture, wild.Contour(), wild.Style(), order));
+    case 2:
+      return void(draw(picture, wild.Points(), wild.Style(), order));
+    case 3:
+      for (int i = wild.Int(0, 3); i > 0; --i) {
+        VemContour contour = wild.Contour();
+        contours.Append(contour);
+      }
+      return void(draw(picture, contours, wild.Style(), order));
+    case 4:
+      for (int i = wild.Int(0, 3); i > 0; --i) {
+        VemOverlay overlay = WildOverlay(wild);
+        path.AddOverlay(overlay);
+      }
+      return void(draw(picture, path, order));
+    case 5:
+    case 6:
+      return void(draw(picture, WildRoi(wild), wild.Style(), order));
+    default:
+      return void(draw(picture, WildOverlay(wild), order));
+  }
+}
+
+constexpr double kLimit = 5;
+
+double Seconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
+
+}  // namespace
+
+TEST(WildNumbers, NeverRaiseAndNeverLeaveThePicture) {
+  constexpr int kRounds = 6000;
+  const int types[] = {CV_8UC1, CV_8UC3, CV_8UC4, CV_16UC3, CV_32FC1, CV_64FC4};
+  int drawn = 0;
+  for (unsigned round = 0; round < kRounds; ++round) {
+    SCOPED_TRACE(round);
+    Wild wild(round);
+    const int type = types[round % std::size(types)];
+    const cv::Rect place(wild.Int(1, 9), wild.Int(1, 9), wild.Int(1, 40), wild.Int(1, 40));
+    cv::Mat large(60, 60, type);
+    std::memset(large.data, 0x3d, large.total() * large.elemSize());
+    const cv::Mat before = large.clone();
+    cv::Mat part = large(place);
+    ASSERT_NO_THROW(DrawWild(wild, part));
+    drawn += std::memcmp(large.data, before.data, large.total() * large.elemSize()) != 0 ? 1 : 0;
+    before(place).copyTo(part);
+    ASSERT_EQ(std::memcmp(large.data, before.data, large.total() * large.elemSize()), 0);
+  }
+  EXPECT_GT(drawn, kRounds / 8);
+}
+
+TEST(WildNumbers, ThatAreNotFiniteDrawNothing) {
+  for (const double wild : {kNaN, kInfinity, -kInfinity}) {
+    cv::Mat picture = Ground();
+    VemOverlay overlay;
+    overlay.SetBrush(0, 0, 0, 1);
+    VemPoint bad(wild, 5), good(5, 5);
+    overlay.GenLine(bad, good);
+    draw(picture, overlay);
+    overlay.GenCircle(bad, 9);
+    draw(picture, overlay);
+    overlay.GenPolygon(PointsOf({{3, 3}, {60, 3}, {30, wild}}));
+    draw(picture, overlay);
+    draw(picture, PointsOf({{5, wild}}));
+    draw(picture, ContourOf({{3, 3}, {60, 3}, {30, wild}}), draw_style(0, 0, 0, 1, true));
+    EXPECT_EQ(cv::norm(picture, Ground(), cv::NORM_INF), 0) << wild;
+  }
+}
+
+// A half plane told by numbers of any size.
+TEST(WildNumbers, ThatAreHugeCoverWhatTheyReach) {
+  for (const double huge : {1e5, 1e9, 1e12}) {
+    cv::Mat picture(40, 40, CV_8UC1, cv::Scalar(0));
+    draw(picture, Rect1(-huge, -huge, 19, huge), draw_style(255, 255, 255, 0, true));
+    EXPECT_EQ(cv::countNonZero(picture), 20 * 40) << huge;
+    picture.setTo(0);
+    draw(picture, Circle(20, 20, huge), draw_style(255, 255, 255, 0, true));
+    EXPECT_EQ(cv::countNonZero(picture), 40 * 40) << huge;
+    picture.setTo(0);
+    draw(picture, ContourOf({{-huge, -huge}, {huge, huge}}), draw_style(255, 255, 255, 3));
+    EXPECT_EQ(cv::countNonZero(picture.diag() == 255), 40) << huge;
+    EXPECT_EQ(picture.at<unsigned char>(30, 10), 0) << huge;
+  }
+}
+
+// Each takes some milliseconds, or under sanitizers a second, though as shapes they are beyond
+// every limit: drawn pixel by pixel or sample by sample they would take minutes.
+TEST(WildNumbers, CostWhatThePictureCosts) {
+  cv::Mat picture(480, 640, CV_8UC3, cv::Scalar::all(0));
+  const draw_style style(255, 255, 255, 2, true);
+  const auto timed = [&](const char* name, auto&& shape) {
+    const double begin = Seconds();
+    EXPECT_TRUE(draw(picture, shape)) << name;
+    EXPECT_LT(Seconds() - begin, kLimit) << name;
+  };
+  const auto timedRoi = [&](const char* name, const VemROI& roi) {
+    const double begin = Seconds();
+    EXPECT_TRUE(draw(picture, roi, style)) << name;
+    EXPECT_LT(Seconds() - begin, kLimit) << name;
+  };
+  VemPoint corner(0, 0), far(1e9, 1e9), off(-1e9, 240), at(320, 240);
+  timedRoi("circle", Circle(-1e9, 240, 1e9));
+  timedRoi("large circle", Circle(0, 0, 1e300));
+  VemROI roi;
+  roi.GenArc(at, 100, 0, 1e300);
+  timedRoi("arc", roi);
+  roi.GenArc(at, 100, 2147483648.0, 1e9);
+  timedRoi("arc from afar", roi);
+  roi.GenTorus(at, 100, 1e9, 0, 1e9);
+  timedRoi("ring", roi);
+  roi.GenEllipse(at, 1e15, 1e-15, 30);
+  timedRoi("thin ellipse", roi);
+  roi.GenEllipse(off, 1e9, 1, 0);
+  timedRoi("tip of an ellipse", roi);
+  VemPoint above(320, -1e9), below(320, 1e9);
+  roi.GenLine(above, below);
+  timedRoi("upright line", roi);
+
+  VemOverlay overlay;
+  overlay.GenRakeRect1(corner, far, 0, INT_MAX);
+  timed("rake", overlay);
+  overlay.GenRakeRect2(at, 100, 100, 30, 1, INT_MAX);
+  timed("small rake", overlay);
+  overlay.GenSpokeTorus(at, 10, 100, 0, 360, 4, INT_MAX);
+  timed("spokes", overlay);
+  overlay.GenSpokeTorus(off, 1e8, 2e9, 0, 1e300, 5, INT_MAX);
+  timed("spokes from afar", overlay);
+  VemFont font;
+  font.Size = LONG_MAX;
+  overlay.GenText(at, "text", font);
+  timed("text", overlay);
+  overlay.SetPen(0, 0, 0, INT_MAX);
+  overlay.GenLine(corner, at);
+  timed("wide line", overlay);
+  overlay.GenIrregular(PointsOf({{1, 1}, {300, 400}, {50, 60}}));
+  timed("wide dots", overlay);
+  std::vector<std::vector<int>> runs(200000, {240, INT_MIN, INT_MAX});
+  const VemRegion region = RegionOf(runs, 640, 480);
+  timed("runs", region);
+}
+
+// Only as many of a rake's arrows as the picture shows, but those where they belong.
+TEST(WildNumbers, OfARakeKeepItsArrowsInTheirPlaces) {
+  const auto rows = [](int count, double height) {
+    cv::Mat picture(64, 64, CV_8UC1, cv::Scalar(0));
+    VemOverlay overlay;
+    overlay.SetPen(255, 255, 255, 1);
+    VemPoint from(-1e6, 0), to(1e6, height);
+    overlay.GenRakeRect1(from, to, 0, count);
+    draw(picture, overlay);
+    std::string drawing;
+    for (int y = 1; y < picture.rows - 1; ++y) {
+      drawing += picture.at<unsigned char>(y, 30) == 255 ? '#' : '.';
+    }
+    return drawing;
+  };
+  const std::string expected = rows(4, 64);
+  EXPECT_EQ(std::count(expected.begin(), expected.end(), '#'), 4) << expected;
+  // A million times as high, with as many times the arrows.
+  EXPECT_EQ(rows(4 * 1000000, 64.0 * 1000000), expected);
+}
