@@ -9,7 +9,7 @@ ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 BUILD_DIR=$ROOT/build/${BUILD_TYPE,,}
 
 BUILD_PACKAGES=(g++ cmake ninja-build libopencv-dev)
-TEST_PACKAGES=(libgtest-dev libfmt-dev nlohmann-json3-dev)
+TEST_PACKAGES=(libgtest-dev libfmt-dev nlohmann-json3-dev gdb)
 
 # Installs those of the named Debian packages that are missing.
 install_missing() {
