@@ -46,33 +46,45 @@ void CopyTo(VemVar* target, const VemVar* source, std::size_t count) {
   }
 }
 
-// From this size on a block grows where it stands, or passes with its pages to another address;
-// smaller ones are copied sooner than the allocator does it.
+// From this size on a block comes from malloc: realloc lets it grow where it stands, or passes its
+// pages on to another address.
 constexpr std::size_t kLargeBlock = std::size_t{1} << 21;
 
-// As operator new does it.
-template <typename Allocation>
-VemVar* Allocated(Allocation allocation) {
+std::size_t Bytes(const VemVarStore& store) {
+  return static_cast<std::size_t>(store.Limit - store.First) * sizeof(VemVar);
+}
+
+// When memory is short, as operator new does it.
+void* Reallocate(void* block, std::size_t bytes) {
   for (;;) {
-    if (void* const block = allocation()) return static_cast<VemVar*>(block);
+    if (void* const larger = std::realloc(block, bytes)) return larger;
     const std::new_handler handler = std::get_new_handler();
     if (handler == nullptr) throw std::bad_alloc();
     handler();
   }
 }
 
+void Free(const VemVarStore& store) {
+  if (Bytes(store) < kLargeBlock) {
+    ::operator delete(store.First);
+  } else {
+    std::free(store.First);
+  }
+}
+
 void MoveTo(VemVarStore& store, std::size_t room) {
   const std::size_t count = Count(store);
   const std::size_t bytes = room * sizeof(VemVar);
-  VemVar* block;
-  if (count * sizeof(VemVar) >= kLargeBlock) {
-    block = Allocated([&] { return std::realloc(static_cast<void*>(store.First), bytes); });
+  void* block;
+  if (Bytes(store) >= kLargeBlock) {
+    block = Reallocate(store.First, bytes);
   } else {
-    block = Allocated([&] { return std::malloc(bytes); });
-    BestWordKernels().copy(block, store.First, count);
-    std::free(store.First);
+    block = bytes < kLargeBlock ? ::operator new(bytes) : Reallocate(nullptr, bytes);
+    BestWordKernels().copy(static_cast<VemVar*>(block), store.First, count);
+    Free(store);
   }
-  store = {block, block + count, block + room};
+  auto* const first = static_cast<VemVar*>(block);
+  store = {first, first + count, first + room};
 }
 
 // Two of four integers, widened to 64 bits.
@@ -152,7 +164,7 @@ void Truncate(VemVarStore& store, std::size_t count) {
 
 void Release(VemVarStore& store) {
   Destroy(store.First, Count(store));
-  std::free(store.First);
+  Free(store);
   store = {};
 }
 
