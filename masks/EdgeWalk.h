@@ -34,7 +34,7 @@ inline std::int64_t ColumnFrom(std::int64_t crossing) {
 inline std::int64_t ColumnTo(std::int64_t crossing) { return crossing >> kCrossingBits; }
 
 /// Division truncates. Small numbers are divided as such, since that takes a fraction of the time.
-inline std::int64_t Divide(std::int64_t dividend, std::int64_t divisor) {
+inline std::int64_t Quotient(std::int64_t dividend, std::int64_t divisor) {
   const auto dividend32 = static_cast<std::int32_t>(dividend);
   const auto divisor32 = static_cast<std::int32_t>(divisor);
   if (dividend32 == dividend && divisor32 == divisor) return dividend32 / divisor32;
@@ -53,7 +53,7 @@ void WalkCrossings(const FillEdge& edge, const FillArea& area, Visit visit) {
   const std::int64_t down = static_cast<std::int64_t>(lower.y) - upper.y;
   std::int64_t x = upper.x * kCrossingOne;
   if (down == 1) return visit(top, x);
-  const std::int64_t step = Divide(across * kCrossingOne, down);
+  const std::int64_t step = Quotient(across * kCrossingOne, down);
   x += step * (static_cast<std::int64_t>(top) - upper.y);
   for (int row = top; row < end; ++row, x += step) visit(row, x);
 }
@@ -153,7 +153,7 @@ inline BriefQuotient BriefSteepColumns(const DownwardLine& line) {
 ///     upper.x + 1 + floor((2 * across * t - across) / (2 * down))
 inline SteadyQuotient FlatColumns(const DownwardLine& line) {
   const std::int64_t down = line.down;
-  std::int64_t whole = Divide(line.across, down);
+  std::int64_t whole = Quotient(line.across, down);
   if (whole * down > line.across) --whole;
   const std::int64_t rest = line.across - whole * down;
   // Half of the step back, in whole columns and a rest.
