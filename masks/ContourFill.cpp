@@ -9,14 +9,10 @@
 
 void ContourFill::Add(const std::vector<cv::Point>& contour) {
   if (contour.empty()) return;
-  std::size_t top = 0;
   int topRow = contour[0].y;
-  for (std::size_t i = 1; i < contour.size(); ++i) {
-    const int row = contour[i].y;
-    top = row < topRow ? i : top;
-    topRow = std::min(row, topRow);
-  }
-  const auto start = contour.begin() + static_cast<std::ptrdiff_t>(top);
+  for (const cv::Point& point : contour) topRow = std::min(topRow, point.y);
+  const auto start = std::find_if(contour.begin(), contour.end(),
+                                  [&](const cv::Point& point) { return point.y == topRow; });
   std::vector<cv::Point>& points = contours_.points;
   points.insert(points.end(), start, contour.end());
   points.insert(points.end(), contour.begin(), start + 1);

@@ -128,11 +128,17 @@ struct AxisTable {
   int pixels[kCount];
 };
 
+constexpr int kTop = -kTurn / 4;
+
 }  // namespace
 
 std::vector<cv::Point> SampleCircle(int center, int radius, int from, int to) {
   TurnIntoReach(from, to);
   if (from > to) return {};
+  if (to - from == kTurn) {
+    from = kTop;
+    to = kTop + kTurn;
+  }
   const AxisTable axis(center, radius);
   std::vector<cv::Point> pixels(kTurn + 1);
   cv::Point before = axis.At(from);

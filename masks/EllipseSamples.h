@@ -22,7 +22,8 @@ std::vector<cv::Point2d> SampleEllipse(const cv::Point2d& center, const cv::Size
                                        const EllipseArc& arc, int step);
 
 /// As above for a circle, every degree, rounded to pixels, halves to the even one; a pixel is not
-/// repeated right behind itself. The centre lies in column and row `center`.
+/// repeated right behind itself. A whole turn begins at the topmost one, wherever it was to begin.
+/// The centre lies in column and row `center`.
 std::vector<cv::Point> SampleCircle(int center, int radius, int from, int to);
 
 #endif  // MASKS_ELLIPSE_SAMPLES_H_

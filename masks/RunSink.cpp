@@ -3,14 +3,13 @@
 #include <cstring>
 
 void RunBatch::Finish() {
-  if (end_ != runs_.data()) sink_.Add(runs_.data(), end_);
-  end_ = runs_.data();
+  if (end_ != runs_.get()) sink_.Add(runs_.get(), end_);
+  end_ = runs_.get();
 }
 
 void RunBatch::MakeRoom(std::size_t count) {
   Finish();
-  if (runs_.size() < count) runs_.resize(count);
-  end_ = runs_.data();
+  if (static_cast<std::size_t>(limit_ - end_) < count) SetRoom(count);
 }
 
 void RunPainter::Add(Run* first, Run* end) {

@@ -2,6 +2,7 @@
 #define MASKS_RUN_SINK_H_
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 #include <opencv2/core.hpp>
@@ -22,13 +23,13 @@ class RunSink {
 /// Hands runs to a sink, many at a time.
 class RunBatch {
  public:
-  explicit RunBatch(RunSink& sink) : sink_(sink), runs_(kRoom), end_(runs_.data()) {}
+  explicit RunBatch(RunSink& sink) : sink_(sink) { SetRoom(kRoom); }
   RunBatch(const RunBatch&) = delete;
   RunBatch& operator=(const RunBatch&) = delete;
 
   /// Where the next runs go: there is room for `count`.
   Run* Room(std::size_t count) {
-    if (static_cast<std::size_t>(runs_.data() + runs_.size() - end_) < count) MakeRoom(count);
+    if (static_cast<std::size_t>(limit_ - end_) < count) MakeRoom(count);
     return end_;
   }
 
@@ -39,13 +40,21 @@ class RunBatch {
   void Finish();
 
  private:
-  static constexpr std::size_t kRoom = 256;
+  static constexpr std::size_t kRoom = 512;
 
   void MakeRoom(std::size_t count);
 
+  // What is written to later is not cleared.
+  void SetRoom(std::size_t count) {
+    runs_.reset(new Run[count]);
+    end_ = runs_.get();
+    limit_ = end_ + count;
+  }
+
   RunSink& sink_;
-  std::vector<Run> runs_;
+  std::unique_ptr<Run[]> runs_;
   Run* end_;
+  const Run* limit_;
 };
 
 /// Lists the runs.

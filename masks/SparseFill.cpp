@@ -75,7 +75,11 @@ struct Strand {
 /// Strands that wait, the next at the end, and those at hand, from left to right.
 class Schedule {
  public:
-  void Reserve(std::size_t stretches) { stretches_.reserve(stretches); }
+  void Reserve(std::size_t strands, std::size_t stretches) {
+    waiting_.reserve(strands);
+    active_.reserve(strands);
+    stretches_.reserve(stretches);
+  }
 
   // Returns the strand's stretches, empty.
   Stretch* Add(int top, int end) {
@@ -191,7 +195,7 @@ class SparseFill {
  public:
   SparseFill(const FillArea& area, RunSink& sink) : area_(area), runs_(sink) {}
 
-  void Reserve(std::size_t stretches) { sides_.Reserve(stretches); }
+  void Reserve(std::size_t sides, std::size_t stretches) { sides_.Reserve(sides, stretches); }
 
   void Fill(const std::vector<FillSide>& sides, int firstRow, int endRow) {
     area_.firstRow = firstRow;
@@ -371,7 +375,7 @@ void FillSparsely(const std::vector<FillSide>& sides, const FillArea& area, std:
   const std::int64_t bands = 1 + edgeRows / std::max<std::int64_t>(8192, 16 * edges);
   const std::int64_t rows = (std::int64_t{area.endRow} - area.firstRow) / bands + 1;
   SparseFill fill(area, sink);
-  fill.Reserve(static_cast<std::size_t>(edgeRows / bands) + sides.size());
+  fill.Reserve(sides.size(), static_cast<std::size_t>(edgeRows / bands) + sides.size());
   for (std::int64_t row = area.firstRow; row < area.endRow; row += rows) {
     const std::int64_t end = std::min<std::int64_t>(row + rows, area.endRow);
     fill.Fill(sides, static_cast<int>(row), static_cast<int>(end));
