@@ -32,6 +32,7 @@ void Stroke(cv::Mat& canvas, const Chain& chain, bool closed, const cv::Scalar& 
 
 void Fill(cv::Mat& canvas, const std::vector<Chain>& outlines, const cv::Scalar& color) {
   std::vector<std::vector<cv::Point>> fine;
+  fine.reserve(outlines.size());
   for (const Chain& outline : outlines) fine.push_back(Fine(outline));
   cv::fillPoly(canvas, fine, color, cv::LINE_AA, kShift);
 }

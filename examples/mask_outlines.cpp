@@ -31,6 +31,7 @@ std::vector<cv::Point> Vertices(VemContour contour) {
   VemPointArray points;
   contour.ToPointArray(&points);
   std::vector<cv::Point> vertices;
+  vertices.reserve(static_cast<std::size_t>(points.Length()));
   for (int i = 0; i < points.Length(); ++i) {
     vertices.emplace_back(cvRound(points[i].x), cvRound(points[i].y));
   }

@@ -26,7 +26,7 @@ struct OutlineLists {
   std::vector<std::vector<cv::Point>> Close() {
     std::vector<std::vector<cv::Point>> contours;
     VemRLC::Convert(points, pointStarts, contours);
-    for (std::vector<cv::Point>& contour : contours) contour.push_back(cv::Point(contour.front()));
+    for (std::vector<cv::Point>& contour : contours) contour.push_back(contour.front());
     return contours;
   }
 

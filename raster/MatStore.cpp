@@ -26,7 +26,7 @@ void DestroyFrom(Store& store, std::size_t first) {
 void Append(Store& store, const cv::Mat& element) {
   std::unique_ptr<cv::Mat> clone = Clone(element);
   store.push_back(clone.get());
-  clone.release();
+  static_cast<void>(clone.release());
 }
 
 void AppendAll(Store& store, const Store& added) {
@@ -44,7 +44,7 @@ void Insert(Store& store, int index, const cv::Mat& element) {
   if (!typed_array::InRange(store, index)) return;
   std::unique_ptr<cv::Mat> clone = Clone(element);
   store.insert(store.begin() + index, clone.get());
-  clone.release();
+  static_cast<void>(clone.release());
 }
 
 void Remove(Store& store, int index) {
