@@ -18,8 +18,8 @@
 
 namespace {
 
-const Family kFamilies[] = {AddRunRows, AddComponentRows, AddOutlineRows, AddMaskRows,
-                            AddValueRows};
+const Family kFamilies[] = {AddRunRows,  AddComponentRows, AddOutlineRows,
+                            AddMaskRows, AddValueRows,     AddRegionRows};
 
 struct Options {
   Setting setting;

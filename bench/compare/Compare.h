@@ -47,5 +47,6 @@ void AddComponentRows(const Setting& setting, std::vector<Row>& rows);
 void AddOutlineRows(const Setting& setting, std::vector<Row>& rows);
 void AddMaskRows(const Setting& setting, std::vector<Row>& rows);
 void AddValueRows(const Setting& setting, std::vector<Row>& rows);
+void AddRegionRows(const Setting& setting, std::vector<Row>& rows);
 
 #endif  // COMPARE_COMPARE_H_

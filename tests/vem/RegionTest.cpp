@@ -374,6 +374,10 @@ TEST(VemRegionSet, RandomSetsAreMeasuredRightly) {
     ASSERT_NEAR(set.spread().xx, static_cast<double>(xx), 1e-12);
     ASSERT_NEAR(set.spread().xy, static_cast<double>(xy), 1e-12);
     ASSERT_NEAR(set.spread().yy, static_cast<double>(yy), 1e-12);
+    const vem::pixel_measures measures = set.measures();
+    ASSERT_EQ(measures.area, sums.count);
+    ASSERT_EQ(measures.centre.x, set.centre().x);
+    ASSERT_EQ(measures.spread.xy, set.spread().xy);
   }
 }
 
