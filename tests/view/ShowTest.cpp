@@ -233,3 +233,18 @@ TEST_F(Show, TellsWhereASceneIsWrong) {
   const std::string complaint = Complaint(scene.dump());
   EXPECT_EQ(complaint.find("vem-show: scene.json: /1/center/0: "), 0u) << complaint;
 }
+
+// But for the letters, which OpenCV writes.
+TEST_F(Show, MakesThePictureOfItsPage) {
+  const std::string docs = DOCS_FOLDER "/";
+  const Result result = Run("--width 3 --fill --color 6EDC5A '" + docs + "view_scene.json' '" +
+                            docs + "view_plate.png' result.png");
+  EXPECT_EQ(result.status, 0) << result.output;
+  const cv::Mat shown = cv::imread(Path("result.png")), kept = cv::imread(docs + "view.png");
+  ASSERT_EQ(shown.size(), kept.size());
+  const cv::Rect letters(280, 0, 190, 36);
+  EXPECT_LT(cv::norm(shown(letters), kept(letters), cv::NORM_L1), 10000);
+  shown(letters).setTo(0);
+  kept(letters).setTo(0);
+  EXPECT_EQ(cv::norm(shown, kept, cv::NORM_INF), 0);
+}
