@@ -38,14 +38,11 @@ void Coverage::Add(const Chain& chain) {
 }
 
 void Coverage::AddEdge(const cv::Point2d& a, const cv::Point2d& b) {
-  Edge edge;
   const bool down = a.y <= b.y;
-  edge.upper = Corner(down ? a : b);
-  edge.lower = Corner(down ? b : a);
-  edge.turn = down ? 1 : -1;
-  edge.firstLine = LineFrom(edge.upper.y, height_);
-  edge.endLine = LineFrom(edge.lower.y, height_);
-  if (edge.firstLine < edge.endLine) edges_.push_back(edge);
+  const cv::Point2d upper = Corner(down ? a : b), lower = Corner(down ? b : a);
+  const std::int64_t first = LineFrom(upper.y, height_), end = LineFrom(lower.y, height_);
+  if (first >= end) return;
+  edges_.push_back({first, end, upper, lower.x - upper.x, 1 / (lower.y - upper.y), down ? 1 : -1});
 }
 
 void Coverage::HandOut(int mask, Sink& sink) {
@@ -84,8 +81,7 @@ void Coverage::CrossLine(std::int64_t line) {
   const double end = static_cast<double>(width_);
   for (const Edge& edge : met_) {
     if (line < edge.firstLine || line >= edge.endLine) continue;
-    const double part = (y - edge.upper.y) / (edge.lower.y - edge.upper.y);
-    const double x = edge.upper.x + part * (edge.lower.x - edge.upper.x);
+    const double x = edge.upper.x + (y - edge.upper.y) * edge.perDown * edge.across;
     const double seen = x > 0 ? std::min(x, end) : 0;
     crossings_.push_back({static_cast<std::int64_t>(seen * kParts + 0.5), edge.turn});
   }

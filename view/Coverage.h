@@ -39,7 +39,8 @@ class Coverage {
     std::int64_t firstLine;
     std::int64_t endLine;
     cv::Point2d upper;
-    cv::Point2d lower;
+    double across;   // From the upper to the lower end.
+    double perDown;  // What one pixel downward is of the edge.
     int turn;
   };
   struct Crossing {

@@ -76,11 +76,35 @@ void Pen::Arrow(const cv::Point2d& from, const cv::Point2d& to) {
 }
 
 void Pen::AddLine(Coverage& coverage, const Chain& chain, bool closed, double width) const {
-  for (std::size_t i = 1; i < chain.size(); ++i) {
-    AddSegment(coverage, chain[i - 1], chain[i], width);
+  if (chain.empty()) return;
+  const std::size_t length = chain.size(), joints = closed ? length : length - 1;
+  Chain dots;
+  for (std::size_t i = 0; i < length; ++i) {
+    const cv::Point2d& before = chain[(i + length - 1) % length];
+    const cv::Point2d& after = chain[(i + 1) % length];
+    const bool isEnd = !closed && (i == 0 || i + 1 == length);
+    if (i < joints) AddSegment(coverage, chain[i], after, width);
+    if (!frame_.Meets(chain[i], 0)) continue;
+    if (isEnd || !AddWedge(coverage, before, chain[i], after, width)) dots.push_back(chain[i]);
   }
-  if (closed && !chain.empty()) AddSegment(coverage, chain.back(), chain.front(), width);
-  AddDots(coverage, chain, width / 2);
+  AddDots(coverage, dots, width / 2);
+}
+
+// Where a line turns so little that a dot could not be told from a wedge, the wedge is added.
+bool Pen::AddWedge(Coverage& coverage, const cv::Point2d& before, const cv::Point2d& p,
+                   const cv::Point2d& after, double width) const {
+  constexpr double kFlat = 1.0 / 32;
+  const cv::Point2d u = Direction(before, p), v = Direction(p, after);
+  const double cosine = u.x * v.x + u.y * v.y;
+  if (!(cosine > 0) || width / 2 * (1 - std::sqrt((1 + cosine) / 2)) > kFlat) return false;
+  const cv::Point2d first(-u.y * width / 2, u.x * width / 2);
+  const cv::Point2d second(-v.y * width / 2, v.x * width / 2);
+  if (u.x * v.y - u.y * v.x > 0) {
+    coverage.Add({p, p - second, p - first});
+  } else {
+    coverage.Add({p, p + first, p + second});
+  }
+  return true;
 }
 
 void Pen::AddSegment(Coverage& coverage, cv::Point2d a, cv::Point2d b, double width) const {

@@ -31,6 +31,8 @@ class Pen {
  private:
   void AddLine(Coverage& coverage, const Chain& chain, bool closed, double width) const;
   void AddSegment(Coverage& coverage, cv::Point2d a, cv::Point2d b, double width) const;
+  bool AddWedge(Coverage& coverage, const cv::Point2d& before, const cv::Point2d& p,
+                const cv::Point2d& after, double width) const;
   void AddDots(Coverage& coverage, const Chain& centers, double radius) const;
 
   Canvas& canvas_;
