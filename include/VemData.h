@@ -2,6 +2,12 @@
 #define VEM_DATA_H_
 
 /// The whole library at once.
+///
+/// All its names are global, and `Run`, the coder's struct, is one that others use too. Of the
+/// headers below, VemRLC.h alone defines it. A caller with a `Run` of its own puts that into a
+/// namespace; or, where it must stay global, includes the headers of the classes in use instead of
+/// this one, and VemRLC.h nowhere in the program: to the linker, two global structs of one name are
+/// the same. Renaming ours by a macro does not help, since its name is part of the coder's symbols.
 
 #include "IVemOverlay.h"
 #include "IVemOverlayPath.h"
