@@ -1,0 +1,30 @@
+#ifndef WATCHER_OPERATIONS_H_
+#define WATCHER_OPERATIONS_H_
+
+/// What is watched, and where the library has it.
+namespace watcher {
+
+/// A watched operation. Constructors and destructors are two each.
+struct Operation {
+  int id;              ///< Its place in the list.
+  const char* symbol;  ///< Its name for the linker.
+  const char* name;    ///< Its name for a reader.
+  const char* names;   ///< The names of its arguments, parted by blanks.
+};
+
+extern const Operation kOperations[];
+extern const int kOperationCount;
+
+/// The library's own operation. Where the process has no such library, and none can be loaded, that
+/// is told and the process ends.
+void* Original(int id);
+
+/// Whether a watched operation has passed on calls to this place.
+bool IsOriginal(const void* place);
+
+/// Whether the process has the library.
+bool IsInUse();
+
+}  // namespace watcher
+
+#endif  // WATCHER_OPERATIONS_H_

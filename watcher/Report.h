@@ -1,0 +1,77 @@
+#ifndef WATCHER_REPORT_H_
+#define WATCHER_REPORT_H_
+
+#include <cstddef>
+
+#include "watcher/Operations.h"
+
+/// How the watcher tells a misuse: a line with the operation and what is wrong; then, indented, its
+/// arguments and where it was called.
+///
+/// Nothing here takes from the heap but the reading of names, and where that fails they are told as
+/// the linker has them. What a thread calls while it tells is not told. Any number of threads may
+/// tell at once: each text goes out in one piece.
+namespace watcher {
+
+/// The kinds of misuse, which are counted apart.
+enum class Kind : int {
+  kIndex,      ///< An index that no element has. The line holds all that there is to say.
+  kRefused,    ///< Arguments that the operation refuses.
+  kObject,     ///< An object or an argument that is null or invalid.
+  kItself,     ///< An object that is assigned to itself and is lost by it.
+  kOtherKind,  ///< A value or an element that is of another kind than the one that is asked for.
+  kNoEffect,   ///< A call that does less than it is asked for.
+  kFault,      ///< A call that the processor ends.
+  kCount
+};
+
+/// A text of limited length: what does not fit is cut off.
+class Text {
+ public:
+  void Add(const char* format, ...) __attribute__((format(printf, 2, 3)));
+  /// Whether there is room for a line.
+  bool HasRoom() const { return length_ + 400 < sizeof(bytes_); }
+  /// Goes out on stderr, and is empty then.
+  void Write();
+
+ private:
+  char bytes_[4096];  ///< As much as a pipe takes in one piece.
+  std::size_t length_ = 0;
+};
+
+/// One call of a watched operation.
+class Call {
+ public:
+  Call(const Operation& operation, const void* caller) : operation_(operation), caller_(caller) {}
+  Call(const Call&) = delete;
+  Call& operator=(const Call&) = delete;
+
+  /// Tells a misuse as VEM_CHECK has it: on stderr, of repeats from one place the 10th, the 100th
+  /// and so on; on stderr, and then the process ends; or in the sum at the end.
+  void Tell(Kind kind, const char* format, ...) const __attribute__((format(printf, 3, 4)));
+
+  /// Tells why the arguments are refused, where they are, and returns that.
+  bool Refuse(bool refused, const char* reason) const;
+  /// Tells an index that is not from 0 to before `length`, and returns whether it is. `argument` is
+  /// its place among the arguments.
+  bool InRange(int index, std::size_t length, int argument = 0) const;
+
+  /// An argument's name, as the list has it: `length` characters.
+  const char* NameOf(int argument, int& length) const;
+
+ protected:
+  ~Call() = default;
+
+ private:
+  /// Writes the arguments, each with its name.
+  virtual void Describe(Text& text) const = 0;
+
+  void Print(Kind kind, const char* what, unsigned long times) const;
+
+  const Operation& operation_;
+  const void* caller_;
+};
+
+}  // namespace watcher
+
+#endif  // WATCHER_REPORT_H_

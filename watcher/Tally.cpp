@@ -1,0 +1,62 @@
+#include "watcher/Tally.h"
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+
+namespace watcher {
+namespace {
+
+constexpr int kKinds = 8;
+constexpr int kOperations = 1024;
+constexpr std::size_t kPlaces = 4096;
+
+struct Place {
+  std::atomic<std::uint64_t> key;
+  std::atomic<unsigned long> times;
+};
+
+std::atomic<unsigned long> g_counts[kOperations][kKinds];
+Place g_places[kPlaces];
+
+// An address has 47 bits, an operation 10 and a kind 3: no two keys are the same, and none is 0.
+std::uint64_t KeyOf(const void* caller, int operation, int kind) {
+  const auto place = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(caller));
+  return place << 13 | static_cast<std::uint64_t>(operation) << 3 |
+         static_cast<std::uint64_t>(kind);
+}
+
+}  // namespace
+
+void Count(int operation, int kind) {
+  g_counts[operation][kind].fetch_add(1, std::memory_order_relaxed);
+}
+
+unsigned long CountOf(int operation, int kind) {
+  return g_counts[operation][kind].load(std::memory_order_relaxed);
+}
+
+unsigned long TimesAt(const void* caller, int operation, int kind) {
+  const std::uint64_t key = KeyOf(caller, operation, kind);
+  const std::size_t first = static_cast<std::size_t>(key * 0x9E3779B97F4A7C15u >> 52);
+  for (std::size_t i = 0; i < kPlaces; ++i) {
+    Place& place = g_places[(first + i) % kPlaces];
+    std::uint64_t found = 0;
+    if (place.key.compare_exchange_strong(found, key) || found == key) {
+      return place.times.fetch_add(1, std::memory_order_relaxed) + 1;
+    }
+  }
+  return 0;
+}
+
+void ForgetAll() {
+  for (auto& kinds : g_counts) {
+    for (std::atomic<unsigned long>& count : kinds) count.store(0);
+  }
+  for (Place& place : g_places) {
+    place.key.store(0);
+    place.times.store(0);
+  }
+}
+
+}  // namespace watcher
