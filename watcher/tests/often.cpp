@@ -1,0 +1,73 @@
+// A misuse before main, many from one place on several threads, one while memory is out, one that
+// passes an exception, and one when the program ends.
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+#include <opencv2/core.hpp>
+
+#include "VemData.h"
+
+extern "C" void* __libc_malloc(std::size_t size);
+
+namespace {
+
+thread_local bool t_starved = false;
+
+struct AtBothEnds {
+  AtBothEnds() { points.Remove(11); }
+  ~AtBothEnds() { points.Remove(12); }
+
+  VemPointArray points;
+};
+
+AtBothEnds g_both;
+
+void RefuseOften() {
+  VemROI roi;
+  VemPoint p1(5, 5);
+  VemPoint p2(5, 6);
+  for (int i = 0; i < 2500; ++i) roi.GenRect1(p1, p2);
+}
+
+void OnFourThreads() {
+  std::vector<std::thread> threads;
+  for (int i = 0; i < 4; ++i) threads.emplace_back(RefuseOften);
+  for (std::thread& thread : threads) thread.join();
+}
+
+bool Starve() {
+  VemPointArray points;
+  t_starved = true;
+  points.Remove(13);
+  t_starved = false;
+  return points.Length() == 0;
+}
+
+bool PassException() {
+  VemImage image;
+  unsigned char byte = 0;
+  try {
+    // A misuse is told, and then a step that is no multiple of a pixel's channel raises.
+    image = VemImage(&byte, 1, 2, 1, 600, VemImageType16U);
+  } catch (const cv::Exception&) {
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void* malloc(std::size_t size) { return t_starved ? nullptr : __libc_malloc(size); }
+
+int main() {
+  OnFourThreads();
+  if (!Starve()) return 1;
+  if (!PassException()) return 2;
+  return 0;
+}
