@@ -7,6 +7,7 @@
 #include <initializer_list>
 
 #include "watcher/Report.h"
+#include "watcher/Tally.h"
 
 namespace watcher {
 
@@ -16,11 +17,12 @@ const Operation kOperations[] = {
 };
 #undef VEM_OPERATION
 
-const int kOperationCount = sizeof(kOperations) / sizeof(*kOperations);
-
 namespace {
 
-std::atomic<void*> g_originals[sizeof(kOperations) / sizeof(*kOperations)];
+constexpr int kCount = sizeof(kOperations) / sizeof(*kOperations);
+static_assert(kCount <= kTalliedOperations, "each is counted");
+
+std::atomic<void*> g_originals[kCount];
 
 // What a plugin has loaded for itself is not found in the order of libraries.
 void* FindInLibraries(const char* symbol, int flags) {
@@ -40,9 +42,21 @@ void KeepLoaded(const void* place) {
   }
 }
 
+void* FindLoaded(const char* symbol) {
+  void* const found = dlsym(RTLD_NEXT, symbol);
+  return found != nullptr ? found : FindInLibraries(symbol, RTLD_NOLOAD);
+}
+
+// Where one operation is, there are the others.
+void FindOthers() {
+  for (const Operation& operation : kOperations) {
+    void* const found = FindLoaded(operation.symbol);
+    if (found != nullptr) g_originals[operation.id].store(found, std::memory_order_relaxed);
+  }
+}
+
 void* Find(const Operation& operation) {
-  void* found = dlsym(RTLD_NEXT, operation.symbol);
-  if (found == nullptr) found = FindInLibraries(operation.symbol, RTLD_NOLOAD);
+  void* found = FindLoaded(operation.symbol);
   if (found == nullptr) found = FindInLibraries(operation.symbol, 0);
   if (found == nullptr) {
     Text text;
@@ -51,6 +65,7 @@ void* Find(const Operation& operation) {
     std::abort();
   }
   KeepLoaded(found);
+  FindOthers();
   return found;
 }
 
@@ -65,12 +80,27 @@ __attribute__((constructor)) void FindAll() {
 
 }  // namespace
 
+const int kOperationCount = kCount;
+
 void* Original(int id) {
   void* known = g_originals[id].load(std::memory_order_relaxed);
   if (known != nullptr) return known;
   known = Find(kOperations[id]);
   g_originals[id].store(known, std::memory_order_relaxed);
   return known;
+}
+
+bool IsLibrary(const void* module) {
+  Dl_info info;
+  const void* const place = g_originals[0].load(std::memory_order_relaxed);
+  return place != nullptr && dladdr(place, &info) != 0 && info.dli_fbase == module;
+}
+
+bool IsExported(const char* symbol) {
+  if (symbol == nullptr) return false;
+  Dl_info info;
+  const void* const found = FindLoaded(symbol);
+  return found != nullptr && dladdr(found, &info) != 0 && IsLibrary(info.dli_fbase);
 }
 
 bool IsOriginal(const void* place) {

@@ -19,7 +19,14 @@ extern const int kOperationCount;
 /// is told and the process ends.
 void* Original(int id);
 
-/// Whether a watched operation has passed on calls to this place.
+/// Whether a module, told by where it begins, is the library with the classes.
+bool IsLibrary(const void* module);
+
+/// Whether the library has a function by this name, which may be null: a function elsewhere by the
+/// same name is a body from a header.
+bool IsExported(const char* symbol);
+
+/// Whether a watched operation passes its calls on to this place.
 bool IsOriginal(const void* place);
 
 /// Whether the process has the library.

@@ -55,7 +55,7 @@ const void* ModuleOf(const void* place) {
 bool IsInside(const void* caller) {
   Dl_info info;
   if (dladdr(static_cast<const char*>(caller) - 1, &info) == 0) return false;
-  return info.dli_fbase == ModuleOf(Original(0)) || IsOriginal(info.dli_saddr);
+  return IsLibrary(info.dli_fbase) || IsOriginal(info.dli_saddr);
 }
 
 struct Stack {
@@ -72,6 +72,22 @@ _Unwind_Reason_Code AddPlace(_Unwind_Context* context, void* stack) {
   // A call's place is before the one that it returns to.
   all.places[all.count++] = reinterpret_cast<void*>(place - 1);
   return _URC_NO_REASON;
+}
+
+// Where a misuse is told to be: where the program calls. What a compiler has not inlined calls from
+// its body, which all of the program shares.
+const void* PlaceOf(const void* caller) {
+  Dl_info info;
+  if (dladdr(static_cast<const char*>(caller) - 1, &info) == 0) return caller;
+  if (!IsExported(info.dli_sname)) return caller;
+  Stack stack;
+  _Unwind_Backtrace(&AddPlace, &stack);
+  const void* const own = ModuleOf(reinterpret_cast<const void*>(&ModuleOf));
+  for (int i = 0; i < stack.count; ++i) {
+    if (dladdr(stack.places[i], &info) == 0) return stack.places[i];
+    if (info.dli_fbase != own && !IsExported(info.dli_sname)) return stack.places[i];
+  }
+  return caller;
 }
 
 void AddPlaceText(Text& text, const void* place, const Dl_info& info) {
@@ -206,7 +222,7 @@ void Call::Tell(Kind kind, const char* format, ...) const {
     va_start(arguments, format);
     std::vsnprintf(what, sizeof(what), format, arguments);
     va_end(arguments);
-    const unsigned long times = TimesAt(caller_, operation_.id, static_cast<int>(kind));
+    const unsigned long times = TimesAt(PlaceOf(caller_), operation_.id, static_cast<int>(kind));
     if (IsPowerOfTen(times)) Print(kind, what, times);
     if (mode == kAbort) std::abort();
   }

@@ -8,7 +8,6 @@ namespace watcher {
 namespace {
 
 constexpr int kKinds = 8;
-constexpr int kOperations = 1024;
 constexpr std::size_t kPlaces = 4096;
 
 struct Place {
@@ -16,7 +15,7 @@ struct Place {
   std::atomic<unsigned long> times;
 };
 
-std::atomic<unsigned long> g_counts[kOperations][kKinds];
+std::atomic<unsigned long> g_counts[kTalliedOperations][kKinds];
 Place g_places[kPlaces];
 
 // An address has 47 bits, an operation 10 and a kind 3: no two keys are the same, and none is 0.

@@ -5,6 +5,9 @@
 /// loop is not told without end. In memory of its own, without a lock.
 namespace watcher {
 
+/// How many operations there is room for.
+constexpr int kTalliedOperations = 1024;
+
 /// Counts a misuse of an operation.
 void Count(int operation, int kind);
 unsigned long CountOf(int operation, int kind);

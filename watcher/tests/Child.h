@@ -5,9 +5,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-/// Runs in a child process what may end it.
+/// Runs in a child process what may end it, and returns how the child has ended.
 template <typename Misuse>
-void InChild(Misuse misuse) {
+int InChild(Misuse misuse) {
   const pid_t child = fork();
   if (child == 0) {
     const rlimit none = {0, 0};
@@ -20,6 +20,7 @@ void InChild(Misuse misuse) {
   }
   int status = 0;
   waitpid(child, &status, 0);
+  return status;
 }
 
 #endif  // WATCHER_TESTS_CHILD_H_
