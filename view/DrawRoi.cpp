@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <vector>
 
 #include "view/Pen.h"
@@ -34,8 +35,8 @@ class RoiDrawing {
   void DrawIrregular();
   void DrawMask();
 
-  // The inside by the mask, where the numbers allow it, and the outlines.
-  void Area(const std::vector<Chain>& outlines, std::initializer_list<double> numbers);
+  // The inside, by the mask where the shape's numbers fit one, and the outlines.
+  void Area(const std::vector<Chain>& outlines, bool fitsMask);
   PixelSet Pixels() const;
 
   Canvas& canvas_;
@@ -51,13 +52,15 @@ constexpr double kMaskLimit = 32768;
 
 bool FitsMask(double number) { return std::abs(number) < kMaskLimit; }
 
-bool FitsMask(const std::vector<Chain>& chains) {
-  for (const Chain& chain : chains) {
-    for (const cv::Point2d& p : chain) {
-      if (!FitsMask(p.x) || !FitsMask(p.y)) return false;
-    }
-  }
-  return true;
+bool FitsMask(const cv::Point2d& p) { return FitsMask(p.x) && FitsMask(p.y); }
+
+bool FitsMask(const Chain& chain) {
+  return std::all_of(chain.begin(), chain.end(), [](const cv::Point2d& p) { return FitsMask(p); });
+}
+
+bool FitsMask(const VemPoint& center, std::initializer_list<double> numbers) {
+  return FitsMask(PointOf(center)) && std::all_of(numbers.begin(), numbers.end(),
+                                                  [](double number) { return FitsMask(number); });
 }
 
 void RoiDrawing::Draw() {
@@ -98,10 +101,8 @@ PixelSet RoiDrawing::Pixels() const {
   return pixels;
 }
 
-void RoiDrawing::Area(const std::vector<Chain>& outlines, std::initializer_list<double> numbers) {
-  const bool fits = FitsMask(outlines) && std::all_of(numbers.begin(), numbers.end(),
-                                                      [](double n) { return FitsMask(n); });
-  if (filled_ && fits) {
+void RoiDrawing::Area(const std::vector<Chain>& outlines, bool fitsMask) {
+  if (filled_ && fitsMask) {
     Pixels().Lay(canvas_, color_, kTint);
   } else if (filled_) {
     pen_.Tint(outlines, color_);
@@ -129,14 +130,16 @@ void RoiDrawing::DrawArc() {
 
 void RoiDrawing::DrawRect1() {
   VemPoint p1, p2;
-  if (roi_.GetRect1(&p1, &p2)) Area({RectangleOf(PointOf(p1), PointOf(p2))}, {});
+  if (!roi_.GetRect1(&p1, &p2)) return;
+  const Chain rectangle = RectangleOf(PointOf(p1), PointOf(p2));
+  Area({rectangle}, FitsMask(rectangle));
 }
 
 void RoiDrawing::DrawCircle() {
   VemPoint center;
   double radius = 0;
   if (!roi_.GetCircle(&center, &radius) || !AreFinite(center, {radius})) return;
-  Area({CircleOf(PointOf(center), radius, pen_.Reach())}, {radius});
+  Area({CircleOf(PointOf(center), radius, pen_.Reach())}, FitsMask(center, {radius}));
 }
 
 void RoiDrawing::DrawTorus() {
@@ -144,7 +147,8 @@ void RoiDrawing::DrawTorus() {
   double inner = 0, outer = 0, start = 0, sweep = 0;
   if (!roi_.GetTorus(&center, &inner, &outer, &start, &sweep)) return;
   if (!AreFinite(center, {inner, outer, start, sweep})) return;
-  Area(RingOf(PointOf(center), inner, outer, start, sweep, pen_.Reach()), {outer, start, sweep});
+  Area(RingOf(PointOf(center), inner, outer, start, sweep, pen_.Reach()),
+       FitsMask(center, {outer, start, sweep}));
 }
 
 void RoiDrawing::DrawRect2() {
@@ -152,7 +156,8 @@ void RoiDrawing::DrawRect2() {
   double length1 = 0, length2 = 0, angle = 0;
   if (!roi_.GetRect2(&center, &length1, &length2, &angle)) return;
   if (!AreFinite(center, {length1, length2, angle})) return;
-  Area({RectangleOf(PointOf(center), length1, length2, angle)}, {length1, length2, angle});
+  Area({RectangleOf(PointOf(center), length1, length2, angle)},
+       FitsMask(center, {length1, length2, angle}));
 }
 
 void RoiDrawing::DrawEllipse() {
@@ -161,19 +166,21 @@ void RoiDrawing::DrawEllipse() {
   if (!roi_.GetEllipse(&center, &radius1, &radius2, &angle)) return;
   if (!AreFinite(center, {radius1, radius2, angle})) return;
   Area({EllipseOf(PointOf(center), radius1, radius2, angle, pen_.Reach())},
-       {radius1, radius2, angle});
+       FitsMask(center, {radius1, radius2, angle}));
 }
 
 void RoiDrawing::DrawPolygon() {
   VemPointArray points;
-  if (roi_.GetPolygon(&points)) Area({ChainOf(points)}, {});
+  if (!roi_.GetPolygon(&points)) return;
+  const Chain chain = ChainOf(points);
+  Area({chain}, FitsMask(chain));
 }
 
 void RoiDrawing::DrawIrregular() {
   VemPointArray points;
   if (!roi_.GetIrregular(&points)) return;
   const Chain chain = ChainOf(points);
-  if (filled_ && FitsMask(std::vector<Chain>{chain})) Pixels().Lay(canvas_, color_, kTint);
+  if (filled_ && FitsMask(chain)) Pixels().Lay(canvas_, color_, kTint);
   pen_.Closed({chain});
 }
 

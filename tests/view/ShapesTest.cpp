@@ -201,6 +201,18 @@ TEST(Shapes, RegionsOfInterestAreFilledByTheirMasks) {
   }
 }
 
+// However far it reaches; a circle's mask is a row shorter at the bottom than at the top.
+TEST(Shapes, RegionsOfInterestAreFilledByTheirMasksUpToALimit) {
+  const auto covered = [](double radius) {
+    cv::Mat picture = Black();
+    draw(picture, Circle(20, 20 - radius, radius), kInside);
+    return cv::countNonZero(picture.col(20));
+  };
+  EXPECT_EQ(covered(32000), 20 - 1);
+  EXPECT_EQ(covered(32767), 20 - 1);
+  EXPECT_EQ(covered(40000), 20 + 1);
+}
+
 TEST(Shapes, ContoursAreFilledByTheirMask) {
   Dice dice(5);
   for (int round = 0; round < 50; ++round) {

@@ -222,6 +222,7 @@ TEST_F(Show, TellsWhereASceneIsWrong) {
   EXPECT_EQ(Complaint(""), "vem-show: scene.json: line 1, column 1: is not JSON\n");
   EXPECT_EQ(Complaint("{\n  \"class\": ]\n}"),
             "vem-show: scene.json: line 2, column 12: is not JSON\n");
+  EXPECT_EQ(Complaint("[1e999]"), "vem-show: scene.json: holds a number that is too large\n");
   EXPECT_EQ(Complaint("3"), "vem-show: scene.json: expected an object\n");
   EXPECT_EQ(Complaint("[3]"), "vem-show: scene.json: /0: expected an object\n");
   EXPECT_EQ(Complaint("{}"), "vem-show: scene.json: /class: is missing\n");
