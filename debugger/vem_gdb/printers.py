@@ -63,10 +63,36 @@ def block_of(value: gdb.Value) -> Block:
     return Block(name, 0, data)
 
 
+# What a text begins with that stands among the parts of an object. A debugger's front end takes a
+# text for an array of characters, so it is handed out as one, and shown by a printer again.
+TEXT = "\x02VemData\x03"
+
+
+def _text(written: str) -> Child:
+    try:
+        return gdb.Value(TEXT + written)
+    except (gdb.error, UnicodeError):
+        return written
+
+
+def _text_of(value: gdb.Value) -> Optional[str]:
+    """The text that such an array holds. Its address is not asked for: that would make it one."""
+    kind = value.type
+    if kind.code != gdb.TYPE_CODE_ARRAY or kind.sizeof < len(TEXT) or kind.target().sizeof != 1:
+        return None
+    try:
+        if int(value[0]) != ord(TEXT[0]):
+            return None
+        written: str = value.string()
+    except (gdb.error, UnicodeError):
+        return None
+    return written[len(TEXT) :] if written.startswith(TEXT) else None
+
+
 def _child(part: Part) -> Child:
     """An object as a value that gdb can open further, if the program knows its type."""
     if isinstance(part, str):
-        return part
+        return _text(part)
     if part.address and part.name != "Mat":
         try:
             kind = gdb.lookup_type(part.name)
@@ -74,11 +100,11 @@ def _child(part: Part) -> Child:
                 return gdb.Value(part.address).cast(kind.pointer()).dereference()
         except gdb.error:
             pass
-    return one_line(part)
+    return _text(one_line(part))
 
 
 class Printer:
-    """One value in gdb's eyes."""
+    """One value in gdb's eyes, without parts: front ends show the text of no other."""
 
     def __init__(self, shown: View) -> None:
         self.shown = shown
@@ -86,11 +112,19 @@ class Printer:
     def to_string(self) -> Optional[str]:
         return self.shown.title or None
 
+
+class PartsPrinter(Printer):
+    """One value with its parts."""
+
     def children(self) -> Iterator[Tuple[str, Child]]:
         return ((name, _child(part)) for name, part in safely(self.shown.parts()))
 
     def display_hint(self) -> Optional[str]:
         return "array" if self.shown.listed else None
+
+
+def printer(shown: View) -> Printer:
+    return Printer(shown) if shown.parts is tuple else PartsPrinter(shown)
 
 
 class Lookup(gdb.printing.PrettyPrinter):
@@ -101,13 +135,16 @@ class Lookup(gdb.printing.PrettyPrinter):
         super().__init__("VemData", names)
 
     def __call__(self, value: gdb.Value) -> Optional[Printer]:
+        written = _text_of(value)
+        if written is not None:
+            return Printer(View(written))
         name = class_of(value.type)
         if name is None or name == "Mat":
             return None
-        if any(printer.name == name and not printer.enabled for printer in self.subprinters or []):
+        if any(part.name == name and not part.enabled for part in self.subprinters or []):
             return None
         try:
-            return Printer(view(block_of(value)))
+            return printer(view(block_of(value)))
         except Damaged as damage:
             return Printer(View(str(damage)))
         except gdb.error as error:
