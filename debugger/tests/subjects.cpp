@@ -21,7 +21,6 @@ VemVar number(42);
 VemVar ratio(2.0);
 VemVar caption("scratch \"A\"");
 VemVar nothing;
-VemVar glued;
 VemVarArray mixed;
 VemVarArray many;
 Vem2DVarArray table;
@@ -140,7 +139,6 @@ VemVarArray Numbers(std::initializer_list<int> list) {
 }
 
 void FillValues() {
-  glued = VemVar("ab") + VemVar("cd");
   mixed.Append(VemVar(2));
   mixed.Append(VemVar(2.0));
   mixed.Append(VemVar("2"));
