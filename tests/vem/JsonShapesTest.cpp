@@ -383,6 +383,32 @@ TEST(VemJsonOverlay, FontsMayBeLeftOut) {
   EXPECT_STREQ(font.Name.S(), "Times");
 }
 
+TEST(VemJsonOverlay, DocumentsMayBeWrittenByHand) {
+  const char* document =
+      R"({"version": 1, "class": "VemOverlayPath", "overlays": [
+            {"type": "circle", "center": [120, 80], "radius": 30.5,
+             "pen": {"color": [0, 0, 255], "width": 2}},
+            {"type": "text", "point": [10, 20], "text": "ok",
+             "font": {"name": "Times", "size": 12}}]})";
+  VemOverlayPath path = vem::from_json<VemOverlayPath>(json::parse(document));
+  ASSERT_EQ(path.Length(), 2);
+  VemPoint center;
+  double radius = 0;
+  EXPECT_TRUE(path[0].GetCircle(&center, &radius));
+  EXPECT_EQ(center.x, 120);
+  EXPECT_EQ(radius, 30.5);
+  EXPECT_TRUE(vem::parts(path[0]).RedrawPen);
+  EXPECT_EQ(vem::parts(path[0]).PenWidth, 2);
+  EXPECT_FALSE(vem::parts(path[0]).RedrawBrush);
+  VemVar text;
+  VemFont font;
+  path[1].GetText(&center, &text, &font);
+  EXPECT_EQ(font.Size, 12);
+  EXPECT_EQ(font.Weight, 1);
+  // Coordinates are stored as doubles, also where the document has integers.
+  EXPECT_EQ(vem::parts(path[0]).Params[0].ValType(), VemVarDouble);
+}
+
 struct Fault {
   const char* document;
   const char* message;
