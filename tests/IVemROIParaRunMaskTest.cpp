@@ -304,6 +304,13 @@ void MaskWithPlainSignals(VemROIType type, const Doubles& params) {
   MaskOf(type, params);
 }
 
+// As a float, the column lies just beyond the largest integer.
+TEST(IVemROIParaRunMask, LineHasNoRunsInColumnsTooLargeForAnInteger) {
+  const int last = 2147483647;
+  EXPECT_EQ(MaskOf(VemROILine, {0, last - 7, 14, last}), Made({}, kSmallest, 15));
+  EXPECT_EQ(MaskOf(VemROILine, {14, last - 7, 0, last}), Made({}, kSmallest, 15));
+}
+
 TEST(IVemROIParaRunMask, VerticalLineIsAFaultOfTheProcessor) {
   EXPECT_EXIT(MaskWithPlainSignals(VemROILine, {0, 3, 5, 3}), ::testing::KilledBySignal(SIGFPE),
               "");
@@ -376,6 +383,23 @@ Doubles RandomVertices(Dice& r) {
     params.push_back(x + r.Number(-reach, reach));
   }
   return params;
+}
+
+// A last column left of the origin is negative as a whole integer too.
+TEST(IVemROIParaRunMask, PolygonStoresNegativeColumnsWhole) {
+  const IVemROIPara triangle = Shape(VemROIPolygon, {0, -9, 0, 3, 12, -9});
+  VemVarArray rows;
+  VemVarArray firstColumns;
+  VemVarArray lastColumns;
+  int width = 0;
+  int height = 0;
+  ASSERT_TRUE(triangle.GetMask(&rows, &firstColumns, &lastColumns, &width, &height));
+  ASSERT_EQ(rows.Length(), 13);
+  for (int row = 0; row < 13; ++row) {
+    EXPECT_EQ(rows[row].L(), row);
+    EXPECT_EQ(firstColumns[row].L(), 0);
+    EXPECT_EQ(lastColumns[row].L(), 3 - row);
+  }
 }
 
 TEST(IVemROIParaRunMask, IrregularMatchesReference) {

@@ -440,6 +440,18 @@ TEST(IVemRegionArrayPara, OneListOfRunsKeepsContoursFromBeingPainted) {
   EXPECT_EQ(Selected(para, 1), (RegionValue{6, 5, {}, {kPaintedCases[0].contours, {}}}));
 }
 
+// Contours are painted and delivered though the array has no hierarchies at all.
+TEST(IVemRegionArrayPara, ContoursWithoutHierarchiesArePaintedAndDelivered) {
+  const PaintedCase& c = kPaintedCases[0];
+  IVemRegionArrayPara para = ContoursAlone(c, {});
+  para.Hierarchies.clear();
+  VemRegion region = RegionOf(kEntryA, kRing);
+  para.Select(1, region);
+  const RegionValue value = ValueOf(region);
+  EXPECT_EQ(Picture(value.runs, c.width, c.height), c.picture);
+  EXPECT_EQ(value.outlines, (Outlines{c.contours, {}}));
+}
+
 TEST(IVemRegionArrayPara, PaintingOnNoCanvasGivesNoRuns) {
   for (const cv::Size size : {cv::Size(0, 0), cv::Size(0, 4), cv::Size(4, 0)}) {
     SCOPED_TRACE(size.width);

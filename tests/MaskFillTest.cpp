@@ -202,6 +202,22 @@ TEST(MaskFillFar, PaintsByTheRuleOnLongCanvases) {
   }
 }
 
+// The crossings of an edge drift by up to 1/65536 pixel in each row: where it has more than 32768
+// of them, they may cover pixels beside its border.
+TEST(MaskFillFar, PaintsByTheRuleBesideTallEdges) {
+  const IntChain contours[] = {
+      {{1, 0}, {5, 89999}, {12, 45000}},  // 2.91 units in each row become 2.
+      {{14, 0}, {10, 89999}, {3, 45000}},
+      {{1, 0}, {2, 31000}, {12, 15000}},
+      {{1, 0}, {2, 33000}, {12, 15000}},  // 1.99 units become 1.
+      {{14, 0}, {13, 33000}, {2, 15000}}};
+  for (const IntChain& contour : contours) {
+    const cv::Size canvas(16, 90000);
+    EXPECT_TRUE(Equal(Painted({contour}, canvas), FilledByRule({contour}, 16, 90000)))
+        << testing::PrintToString(contour);
+  }
+}
+
 // OpenCV walks through every row of such an edge, so there are few of them.
 TEST(MaskFillFar, PaintsAsOpenCVDrawsOverAllIntegers) {
   if (!kOpenCVDrawsByTheRule) GTEST_SKIP() << "this OpenCV draws by another rule";

@@ -119,6 +119,26 @@ TEST(VemRegion, RunsGiveTheCanvas) {
   }
 }
 
+TEST(VemRegion, CanvasHoldsTheLargestOfManyRuns) {
+  for (const int count : {1, 63, 64, 65, 255, 256, 257, 320, 700}) {
+    VemVarArray rows, firstColumns, lastColumns;
+    for (int i = 0; i < count; ++i) {
+      rows.Append(2);
+      firstColumns.Append(3);
+      lastColumns.Append(4);
+    }
+    for (int i = 0; i < count; ++i) {
+      rows[count - 1 - i] = VemVar(8);
+      lastColumns[i] = VemVar(9);
+      const VemRegion region(rows, firstColumns, lastColumns);
+      ASSERT_EQ(region.Width(), 10) << "run " << i << " of " << count;
+      ASSERT_EQ(region.Height(), 9) << "run " << count - 1 - i << " of " << count;
+      rows[count - 1 - i] = VemVar(2);
+      lastColumns[i] = VemVar(4);
+    }
+  }
+}
+
 TEST(VemRegion, RunsAreReadAsIntegersAndStoredAsTheyAre) {
   VemVarArray rows(4.9);
   rows.Append(5000000000.0);  // No int: reads as the smallest integer.

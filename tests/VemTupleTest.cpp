@@ -19,6 +19,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/HeapCounter.h"
 #include "support/PrivateAccess.h"
 #include "support/Support.h"
 #include "support/VarArrays.h"
@@ -279,6 +280,22 @@ TEST(VemTuple, OneTextIsFoundAmongNumbers) {
       ASSERT_TRUE((source + numbers)[position] == VemVar("text"));
     }
   }
+}
+
+TEST(VemTuple, TextsGiveTheirBlocksBack) {
+  const HeapCounter heap;
+  {
+    VemVarArray array;
+    for (int i = 0; i < 100; ++i) array.Append(i % 3 == 0 ? VemVar("text") : VemVar(i));
+    const VemVarArray copy(array);
+    array.Remove(0);
+    array = array + copy;
+    array = VemVarArray(7);
+    array = copy;
+    array.Clear();
+    array.Append("another");
+  }
+  EXPECT_EQ(heap.Kept(), 0);
 }
 
 TEST(VemTuple, OwnElementMayBeAppended) {
