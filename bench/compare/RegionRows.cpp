@@ -178,7 +178,7 @@ struct Measures {
 Measures MeasuresOf(const vem::pixel_set& a, const vem::pixel_set& b) {
   const vem::pixel_measures m = (a & b).measures();
   return {
-      static_cast<double>(m.area), m.centre.x, m.centre.y, m.spread.xx, m.spread.xy, m.spread.yy};
+      static_cast<double>(m.area), m.center.x, m.center.y, m.spread.xx, m.spread.xy, m.spread.yy};
 }
 
 Measures MeasuresOf(const cv::Mat& a, const cv::Mat& b, cv::Mat& to) {

@@ -65,7 +65,7 @@ struct pixel_spread {
 /// What most callers ask of a region: its area, its centre and its second moments.
 struct pixel_measures {
   std::int64_t area;
-  VemPoint centre;
+  VemPoint center;
   pixel_spread spread;
 };
 
@@ -182,9 +182,9 @@ class pixel_set {
 
   /// The mean of the pixels' coordinates, from exact sums: rounded only when it becomes a double.
   /// That of no pixels is NaN.
-  VemPoint centre() const {
+  VemPoint center() const {
     const pixel_box box = bounding_box();
-    return centre_of(relative_sums(box), box);
+    return center_of(relative_sums(box), box);
   }
 
   /// The second moments about the centre. Up to a box of 32768 by 32768 pixels the sums and their
@@ -199,7 +199,7 @@ class pixel_set {
   pixel_measures measures() const {
     const pixel_box box = bounding_box();
     const wide_sums s = relative_sums(box);
-    return {narrow(s.count), centre_of(s, box), spread_of(s, box)};
+    return {narrow(s.count), center_of(s, box), spread_of(s, box)};
   }
 
   /// The pixels of the canvas that are not in the set.
@@ -451,7 +451,7 @@ class pixel_set {
     return is_small(box) ? relative_sums_in<std::int64_t>(box) : relative_sums_in<wide>(box);
   }
 
-  static VemPoint centre_of(const wide_sums& s, const pixel_box& box) {
+  static VemPoint center_of(const wide_sums& s, const pixel_box& box) {
     const double count = static_cast<double>(s.count);
     return VemPoint(box.left + static_cast<double>(s.x) / count,
                     box.top + static_cast<double>(s.y) / count);

@@ -317,7 +317,7 @@ TEST(VemRegionSet, NoPixelsHaveNoCentre) {
   EXPECT_EQ(pixel_set().area(), 0);
   EXPECT_EQ(pixel_set().bounding_box(), (pixel_box{0, 0, -1, -1}));
   EXPECT_EQ(pixel_set().sums().xx, 0);
-  EXPECT_TRUE(std::isnan(pixel_set().centre().x));
+  EXPECT_TRUE(std::isnan(pixel_set().center().x));
   EXPECT_TRUE(std::isnan(pixel_set().spread().xy));
   EXPECT_TRUE(pixel_set().shifted(kMax, kMin).empty());
 }
@@ -369,14 +369,14 @@ TEST(VemRegionSet, RandomSetsAreMeasuredRightly) {
       xy += (p.second - x) * (p.first - y) / n;
       yy += (p.first - y) * (p.first - y) / n;
     }
-    ASSERT_NEAR(set.centre().x, static_cast<double>(x), 1e-11);
-    ASSERT_NEAR(set.centre().y, static_cast<double>(y), 1e-11);
+    ASSERT_NEAR(set.center().x, static_cast<double>(x), 1e-11);
+    ASSERT_NEAR(set.center().y, static_cast<double>(y), 1e-11);
     ASSERT_NEAR(set.spread().xx, static_cast<double>(xx), 1e-12);
     ASSERT_NEAR(set.spread().xy, static_cast<double>(xy), 1e-12);
     ASSERT_NEAR(set.spread().yy, static_cast<double>(yy), 1e-12);
     const vem::pixel_measures measures = set.measures();
     ASSERT_EQ(measures.area, sums.count);
-    ASSERT_EQ(measures.centre.x, set.centre().x);
+    ASSERT_EQ(measures.center.x, set.center().x);
     ASSERT_EQ(measures.spread.xy, set.spread().xy);
   }
 }
@@ -399,7 +399,7 @@ TEST(VemRegionSet, SumsFitWithin32768PixelsOfTheOrigin) {
     EXPECT_EQ(sums.xx, line_squares * side);
     EXPECT_EQ(sums.xy, line_sum * line_sum);
     EXPECT_EQ(sums.yy, line_squares * side);
-    EXPECT_EQ(set.centre().x, corner + (side - 1) / 2.0);
+    EXPECT_EQ(set.center().x, corner + (side - 1) / 2.0);
     // The variance of n whole numbers in a row is (n * n - 1) / 12.
     const double variance = (static_cast<double>(side) * side - 1) / 12;
     EXPECT_NEAR(set.spread().xx, variance, variance * 1e-15);
@@ -411,8 +411,8 @@ TEST(VemRegionSet, SumsThatDoNotFitRaise) {
   const pixel_set far(std::vector<pixel_run>{{kMin, kMin, kMax}});
   EXPECT_EQ(far.area(), std::int64_t{1} << 32);
   EXPECT_THROW(far.sums(), std::overflow_error);
-  EXPECT_EQ(far.centre().y, kMin);
-  EXPECT_EQ(far.centre().x, -0.5);
+  EXPECT_EQ(far.center().y, kMin);
+  EXPECT_EQ(far.center().x, -0.5);
   const double side = 4294967296.0;
   EXPECT_NEAR(far.spread().xx, (side * side - 1) / 12, side);
 }
