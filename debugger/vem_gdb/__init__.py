@@ -8,5 +8,6 @@ The modules, each above those before it:
   views     what is shown of each class (views_values, views_raster, views_shapes, views_results)
   printers  hands the views to gdb
   png       writes pictures
+  calls     asks the library in a process for a mask
   commands  vem-print, vem-save, vem-show
 """
