@@ -317,7 +317,7 @@ TEST(WildNumbers, ThatAreNotFiniteDrawNothing) {
 
 // A half plane told by numbers of any size.
 TEST(WildNumbers, ThatAreHugeCoverWhatTheyReach) {
-  for (const double huge : {1e5, 1e9, 1e12}) {
+  for (const double huge : {1e5, 1e9, 1e12, 1e16}) {
     cv::Mat picture(40, 40, CV_8UC1, cv::Scalar(0));
     draw(picture, Rect1(-huge, -huge, 19, huge), draw_style(255, 255, 255, 0, true));
     EXPECT_EQ(cv::countNonZero(picture), 20 * 40) << huge;
@@ -406,4 +406,42 @@ TEST(WildNumbers, OfARakeKeepItsArrowsInTheirPlaces) {
   EXPECT_EQ(std::count(expected.begin(), expected.end(), '#'), 4) << expected;
   // A million times as high, with as many times the arrows.
   EXPECT_EQ(rows(4 * 1000000, 64.0 * 1000000), expected);
+}
+
+// Spokes around a center that can't be seen are those that a larger picture shows there.
+TEST(WildNumbers, OfSpokesKeepThemInTheirPlaces) {
+  for (const double start : {0.0, 90.0, -170.0, 1000.5}) {
+    SCOPED_TRACE(start);
+    const auto draw_spokes = [start](cv::Mat& picture, double x, double y) {
+      VemOverlay overlay;
+      overlay.SetPen(255, 255, 255, 1);
+      VemPoint center(x, y);
+      overlay.GenSpokeTorus(center, 90, 380, start, 360, 4, 150);
+      draw(picture, overlay);
+    };
+    cv::Mat large(800, 800, CV_8UC1, cv::Scalar(0));
+    draw_spokes(large, 400, 400);
+    for (const cv::Point place : {cv::Point(650, 370), cv::Point(370, 80), cv::Point(100, 380)}) {
+      cv::Mat small(60, 60, CV_8UC1, cv::Scalar(0));
+      draw_spokes(small, 400 - place.x, 400 - place.y);
+      EXPECT_LE(cv::norm(small, large(cv::Rect(place, small.size())), cv::NORM_INF), 1) << place;
+      EXPECT_GT(cv::countNonZero(small), 100);
+    }
+  }
+}
+
+TEST(WildNumbers, OfAFontCountAsTheLargest) {
+  const auto written = [](long size) {
+    cv::Mat picture(8, 9000, CV_8UC1, cv::Scalar(0));
+    VemOverlay overlay;
+    VemPoint place(100, 4000);
+    VemVar name("Plain");
+    VemFont font(name, size);
+    overlay.GenText(place, "H", font);
+    overlay.SetPen(255, 255, 255, 1);
+    draw(picture, overlay);
+    return picture;
+  };
+  EXPECT_GT(cv::countNonZero(written(8000)), 0);
+  EXPECT_EQ(cv::norm(written(LONG_MAX), written(8000), cv::NORM_INF), 0);
 }
