@@ -317,7 +317,7 @@ TEST(WildNumbers, ThatAreNotFiniteDrawNothing) {
 
 // A half plane told by numbers of any size.
 TEST(WildNumbers, ThatAreHugeCoverWhatTheyReach) {
-  for (const double huge : {1e5, 1e9, 1e12, 1e16}) {
+  for (const double huge : {1e5, 1e9, 1e12, 1e17}) {
     cv::Mat picture(40, 40, CV_8UC1, cv::Scalar(0));
     draw(picture, Rect1(-huge, -huge, 19, huge), draw_style(255, 255, 255, 0, true));
     EXPECT_EQ(cv::countNonZero(picture), 20 * 40) << huge;
