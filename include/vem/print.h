@@ -27,8 +27,9 @@
 /// nothing is "none". Numbers have the shortest digits that read back, unless the stream has a
 /// precision or a notation of its own. Fields that nothing writes by default, as the numbers of
 /// code records, are not printed. GoogleTest takes the same, and draws small regions and regions of
-/// interest. Where fmt/core.h or fmt/format.h is included before this header,
-/// `fmt::format("{:>20}", value)` works for every class too.
+/// interest; a test program includes this header wherever it compares these classes, or nowhere.
+/// Where fmt/core.h or fmt/format.h is included before this header, `fmt::format("{:>20}", value)`
+/// works for every class too.
 ///
 /// `==` and `!=` compare points, lines, circles, contours, regions, regions of interest, overlays
 /// and the arrays of these by all that can be read of them: regions by canvas and runs in their

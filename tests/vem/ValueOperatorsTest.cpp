@@ -266,7 +266,7 @@ bool Compares(const VemVar& value) {
 
 TEST(VemValueArithmetic, IsFoundFromEveryNamespace) {
   EXPECT_TRUE(stranger::Compares(VemVar(3)));
-  EXPECT_EQ(2 * VemVar(3), 6);
+  EXPECT_TRUE(2 * VemVar(3) == 6);
 }
 
 template <class A, class B>
