@@ -383,6 +383,24 @@ TEST(IVemROIParaOutlines, EllipseLiesAlongItsAngle) {
   }
 }
 
+// The chord of 5 degrees that leads down from the rightmost point, at column 10 and row 5, ends so
+// far out that the products of its lengths need more than 64 bits. It leads 2860/65536 of a column
+// to the left in each row.
+TEST(IVemROIParaOutlines, EllipseOfAFarCentreEndsAtItsChord) {
+  const OutlineMask mask = OutlinesOf(VemROIEllipse, {5, -9999990, 1e7, 1e7, 0});
+  ASSERT_TRUE(mask.result);
+  VemContourArray contours = ContoursOf(mask.contours);
+  IVemROIPara para;
+  const cv::Mat painted = para.ToMAT(contours, 12, 1000);
+  for (int row = 5; row < painted.rows; ++row) {
+    const int last = (10 * 65536 + 32768 - 2860 * (row - 5)) >> 16;
+    for (int column = 0; column < painted.cols; ++column) {
+      ASSERT_EQ(painted.at<unsigned char>(row, column), column <= last ? 255 : 0)
+          << "row " << row << ", column " << column;
+    }
+  }
+}
+
 TEST(IVemROIParaOutlines, EllipseOutsideFails) {
   // A box that ends at -2 is outside, at -1 it leaves a canvas without foreground.
   ExpectOutlines(VemROIEllipse,
