@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/HeapCounter.h"
+
 namespace {
 
 using Structure = VemMorphStructure;
@@ -348,5 +350,17 @@ TEST(VemMorphStructure, ATableBeyondMemoryFaults) {
       testing::KilledBySignal(SIGSEGV), "");
 }
 #endif
+
+TEST(VemMorphStructure, AssignmentGivesTheOldTableBack) {
+  VemMorphStructure source;
+  int values[] = {1, 2, 3, 4};
+  ASSERT_EQ(source.CreateElement(2, 2, -1, -1, VemMorphStructureCustom, values), 0);
+  const HeapCounter heap;
+  {
+    VemMorphStructure target(source);
+    target = source;
+  }
+  EXPECT_EQ(heap.Kept(), 0);
+}
 
 }  // namespace
