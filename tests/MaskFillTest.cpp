@@ -256,4 +256,28 @@ TEST(MaskFillRuns, MasksFromContoursAreTheRunsOfTheirPixels) {
   }
 }
 
+// Far out on a wide canvas, lines are walked in larger numbers.
+TEST(MaskFillRuns, ShapesAreTheSameFarOutOnTheCanvas) {
+  constexpr int kOffset = (1 << 29) + 100;
+  std::mt19937_64 random(15);
+  for (int i = 0; i < 200; ++i) {
+    const cv::Size size(60, 12);
+    IntChain contour(3 + random() % 4);
+    for (cv::Point& p : contour) p = {Below(random, size.width), Below(random, size.height)};
+    std::vector<::Run> expected =
+        RunsOfPixels(FilledByRule(IntChains{contour}, size.width, size.height));
+    Chain chain;
+    for (const cv::Point& p : contour) chain.emplace_back(p.x + kOffset, p.y);
+    for (::Run& run : expected) {
+      run.FirstColumn += kOffset;
+      run.LastColumn += kOffset;
+    }
+    VemContourArray array = ContoursOf(Chains{chain});
+    IVemROIPara mask;
+    mask.GenMask(array, 1 << 30, size.height);
+    ASSERT_EQ(RunsOf(mask.Rows, mask.FirstColumns, mask.LastColumns), expected)
+        << testing::PrintToString(contour);
+  }
+}
+
 }  // namespace
