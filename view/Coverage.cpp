@@ -113,7 +113,7 @@ void Coverage::Cover(std::int64_t from, std::int64_t to) {
 
 void Coverage::HandOutRow(int row, Sink& sink) {
   if (firstColumn_ >= endColumn_) return;
-  constexpr std::int64_t kFull = kLines * kParts;
+  constexpr std::int64_t kFull = std::int64_t{kLines} * kParts;
   weights_.clear();
   std::int64_t covered = 0;
   for (std::int64_t column = firstColumn_; column < endColumn_; ++column) {
