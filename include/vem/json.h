@@ -139,7 +139,9 @@ namespace nlohmann {
 /// stand in a caller's own documents and containers.
 template <typename T>
 struct adl_serializer<T, typename std::enable_if<vem::is_json_class<T>::value>::type> {
+  /// vem::to_json, as nlohmann-json calls it.
   static void to_json(json& document, const T& value) { document = vem::to_json(value); }
+  /// vem::from_json, as nlohmann-json calls it.
   static void from_json(const json& document, T& value) { vem::from_json(document, value); }
 };
 

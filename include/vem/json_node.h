@@ -22,6 +22,7 @@ namespace vem {
 /// no place: "expected an object".
 class json_error : public std::invalid_argument {
  public:
+  /// A fault at `path`, a JSON pointer or empty.
   json_error(const std::string& path, const std::string& reason)
       : std::invalid_argument(path.empty() ? reason : path + ": " + reason), length_(path.size()) {}
 

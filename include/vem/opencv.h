@@ -33,13 +33,16 @@ namespace vem {
 
 // --- Points ---
 
+/// The same numbers.
 inline VemPoint from_cv(const cv::Point& point) { return VemPoint(point.x, point.y); }
 /// A float is a double: nothing is rounded.
 inline VemPoint from_cv(const cv::Point2f& point) {
   return VemPoint(static_cast<double>(point.x), static_cast<double>(point.y));
 }
+/// The same numbers.
 inline VemPoint from_cv(const cv::Point2d& point) { return VemPoint(point.x, point.y); }
 
+/// The same numbers.
 inline cv::Point2d to_cv(const VemPoint& point) { return cv::Point2d(point.x, point.y); }
 /// The nearest float of each coordinate; beyond the largest, an infinity.
 inline cv::Point2f to_point2f(const VemPoint& point) {
@@ -191,6 +194,7 @@ VemContour contour_from_cv(const std::vector<cv::Point_<Number>>& points) {
   return contour;
 }
 
+/// Contours of such points, as above, in their order.
 template <typename Number>
 VemContourArray contours_from_cv(const std::vector<std::vector<cv::Point_<Number>>>& contours) {
   VemContourArray array;
@@ -218,12 +222,14 @@ inline std::vector<cv::Point> to_pixels(const VemContour& contour) {
   return pixels;
 }
 
+/// The points of all contours, not rounded.
 inline std::vector<std::vector<cv::Point2d>> to_cv(const VemContourArray& contours) {
   std::vector<std::vector<cv::Point2d>> result;
   for (int i = 0; i < contours.Length(); ++i) result.push_back(to_cv(contours[i]));
   return result;
 }
 
+/// The points of all contours as to_pixel rounds them.
 inline std::vector<std::vector<cv::Point>> to_pixels(const VemContourArray& contours) {
   std::vector<std::vector<cv::Point>> result;
   for (int i = 0; i < contours.Length(); ++i) result.push_back(to_pixels(contours[i]));

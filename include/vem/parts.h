@@ -26,28 +26,40 @@ namespace vem {
 template <typename Handle>
 struct parts_of;
 
+/// Of a region of interest.
 template <>
 struct parts_of<VemROI> {
+  /// The object behind the handle.
   using type = IVemROIPara;
 };
+/// Of a region.
 template <>
 struct parts_of<VemRegion> {
+  /// The object behind the handle.
   using type = VemRegionData;
 };
+/// Of an array of regions.
 template <>
 struct parts_of<VemRegionArray> {
+  /// The object behind the handle.
   using type = IVemRegionArrayPara;
 };
+/// Of an overlay.
 template <>
 struct parts_of<VemOverlay> {
+  /// The object behind the handle.
   using type = IVemOverlay;
 };
+/// Of a path of overlays.
 template <>
 struct parts_of<VemOverlayPath> {
+  /// The object behind the handle.
   using type = IVemOverlayPath;
 };
+/// Of a feature descriptor.
 template <>
 struct parts_of<VemFeatureDescriptor> {
+  /// The object behind the handle.
   using type = cv::Mat;
 };
 

@@ -19,54 +19,58 @@ namespace vem {
 
 /// A horizontal run of pixels, both ends included.
 struct pixel_run {
-  int row;
-  int first_column;
-  int last_column;
+  int row;           ///< Grows downward.
+  int first_column;  ///< The leftmost pixel.
+  int last_column;   ///< The rightmost pixel.
 };
 
+/// Whether both are the same pixels.
 inline bool operator==(const pixel_run& a, const pixel_run& b) {
   return a.row == b.row && a.first_column == b.first_column && a.last_column == b.last_column;
 }
+/// The opposite of ==.
 inline bool operator!=(const pixel_run& a, const pixel_run& b) { return !(a == b); }
 
 /// The smallest rectangle around pixels, all sides included. That of no pixels is 0 by 0 at the
 /// origin: right and bottom are -1.
 struct pixel_box {
-  int left;
-  int top;
-  int right;
-  int bottom;
+  int left;    ///< The first column.
+  int top;     ///< The first row.
+  int right;   ///< The last column.
+  int bottom;  ///< The last row.
 };
 
+/// Whether all sides are the same.
 inline bool operator==(const pixel_box& a, const pixel_box& b) {
   return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
 }
+/// The opposite of ==.
 inline bool operator!=(const pixel_box& a, const pixel_box& b) { return !(a == b); }
 
 /// Sums over all pixels, x the column and y the row: their number, then those of x, y, x * x, x * y
 /// and y * y.
 struct pixel_sums {
-  std::int64_t count;
-  std::int64_t x;
-  std::int64_t y;
-  std::int64_t xx;
-  std::int64_t xy;
-  std::int64_t yy;
+  std::int64_t count;  ///< The number of pixels.
+  std::int64_t x;      ///< Of their columns.
+  std::int64_t y;      ///< Of their rows.
+  std::int64_t xx;     ///< Of the squares of their columns.
+  std::int64_t xy;     ///< Of the products of column and row.
+  std::int64_t yy;     ///< Of the squares of their rows.
 };
 
 /// The mean squares of the distances from the centre, along x, along both, along y, in square
 /// pixels: what OpenCV calls mu20 / m00, mu11 / m00 and mu02 / m00.
 struct pixel_spread {
-  double xx;
-  double xy;
-  double yy;
+  double xx;  ///< Along x.
+  double xy;  ///< Along both; positive where the pixels lie from upper left to lower right.
+  double yy;  ///< Along y.
 };
 
 /// What most callers ask of a region: its area, its centre and its second moments.
 struct pixel_measures {
-  std::int64_t area;
-  VemPoint center;
-  pixel_spread spread;
+  std::int64_t area;    ///< The number of pixels.
+  VemPoint center;      ///< The mean of their coordinates; NaN of no pixels.
+  pixel_spread spread;  ///< About the center; NaN of no pixels.
 };
 
 /// A set of pixels, in its one normal form: runs by row, then by column, none of which overlap or
@@ -162,6 +166,7 @@ class pixel_set {
     return static_cast<std::int64_t>(sum);
   }
 
+  /// The smallest rectangle around the pixels.
   pixel_box bounding_box() const {
     if (empty()) return {0, 0, -1, -1};
     pixel_box box = {column_of(spans_.front().first), row_of(spans_.front().first),
@@ -276,15 +281,20 @@ class pixel_set {
   /// The pixels of one of the sets alone.
   friend pixel_set operator^(const pixel_set& a, const pixel_set& b) { return (a - b) | (b - a); }
 
+  /// Adds the pixels of the other.
   pixel_set& operator|=(const pixel_set& other) { return *this = *this | other; }
+  /// Keeps the pixels that the other has, too.
   pixel_set& operator&=(const pixel_set& other) { return *this = *this & other; }
+  /// Takes the pixels of the other away.
   pixel_set& operator-=(const pixel_set& other) { return *this = *this - other; }
+  /// Keeps the pixels of one of both alone.
   pixel_set& operator^=(const pixel_set& other) { return *this = *this ^ other; }
 
   /// Whether both hold the same pixels.
   friend bool operator==(const pixel_set& a, const pixel_set& b) {
     return a.spans_.size() == b.spans_.size() && std::equal(a.begin(), a.end(), b.begin(), same);
   }
+  /// The opposite of ==.
   friend bool operator!=(const pixel_set& a, const pixel_set& b) { return !(a == b); }
 
  private:

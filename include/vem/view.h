@@ -45,6 +45,7 @@ enum class channel_order : int { bgr = 0, rgb = 1 };
 /// How shapes without a pen of their own are drawn.
 struct draw_style {
   draw_style() {}  ///< A red line, one pixel wide.
+  /// A line, `filled` or not; colours from 0 to 255, width in pixels.
   draw_style(int blueValue, int greenValue, int redValue, int lineWidth = 1, bool fill = false)
       : blue(blueValue), green(greenValue), red(redValue), width(lineWidth), filled(fill) {}
 
