@@ -80,7 +80,8 @@ Color ColorAt(const T* pixel, int channels) {
 
 template <typename T>
 unsigned char OpacityAt(const T* pixel, int channels) {
-  return channels == 4 ? static_cast<unsigned char>((Out(pixel[3]) + 128) / 257) : 255;
+  if (channels != 4) return 255;
+  return static_cast<unsigned char>((Out(pixel[3]) + 128) / 257);
 }
 
 // Calls `visit` with a null pointer to the type of a matrix's channels.
