@@ -31,8 +31,9 @@ class VemRegion;
 /// below 1 draws no line, and one above 32767 counts as that.
 ///
 /// Numbers may be anything. A shape with a coordinate or a size that is not finite is not drawn,
-/// and of one that reaches beyond the picture the part inside is. The time goes with the picture
-/// and the length of the lists, not with the size of the shapes.
+/// and of one that reaches beyond the picture the part inside is; from coordinates of 1e15 on that
+/// part may be missing. The time goes with the picture and the length of the lists, not with the
+/// size of the shapes.
 ///
 /// Nothing is reported but the result; what throws is the allocator alone. No argument but the
 /// picture is changed. Different pictures may be drawn on at once; parts of one too, where they
