@@ -33,10 +33,10 @@ static_assert(VemMatrixType8U == CV_8UC1 && VemMatrixType8S == CV_8SC1 &&
                   VemMatrixType64F == CV_64FC1,
               "types are OpenCV's type codes");
 static_assert(VemMatrixType8U == 0 && VemMatrixType64F == 6, "types are numbered from 0 to 6");
-constexpr void (VemMatrix::*kSelect)(int, int, VemVar*) = &VemMatrix::Select;
-constexpr void (VemMatrix::*kReplace)(int, int, VemVar&) = &VemMatrix::Replace;
-constexpr void (VemMatrix::*kSetTo)(VemVar) = &VemMatrix::SetTo;
-constexpr void* (VemMatrix::*kMatrixData)() const = &VemMatrix::MatrixData;
+[[maybe_unused]] constexpr void (VemMatrix::*kSelect)(int, int, VemVar*) = &VemMatrix::Select;
+[[maybe_unused]] constexpr void (VemMatrix::*kReplace)(int, int, VemVar&) = &VemMatrix::Replace;
+[[maybe_unused]] constexpr void (VemMatrix::*kSetTo)(VemVar) = &VemMatrix::SetTo;
+[[maybe_unused]] constexpr void* (VemMatrix::*kMatrixData)() const = &VemMatrix::MatrixData;
 
 cv::Mat*& MatOf(VemMatrix& matrix) { return matrix.*PrivateOf(PrivateVemMatrixMat()); }
 

@@ -40,10 +40,14 @@ constexpr bool kAssignmentIsByValue =
 static_assert(kAssignmentIsByValue<VemOverlayPath>, "assignment gives a further copy");
 static_assert(kAssignmentIsByValue<IVemOverlayPath>, "assignment gives a further copy");
 
-constexpr void (VemOverlayPath::*kInsert)(int, const VemOverlay&) = &VemOverlayPath::Insert;
-constexpr void (VemOverlayPath::*kReplace)(int, const VemOverlay&) = &VemOverlayPath::Replace;
-constexpr void (IVemOverlayPath::*kInsertValue)(int, VemOverlay) = &IVemOverlayPath::Insert;
-constexpr void (IVemOverlayPath::*kReplaceValue)(int, VemOverlay) = &IVemOverlayPath::Replace;
+[[maybe_unused]] constexpr void (VemOverlayPath::*kInsert)(int, const VemOverlay&) =
+    &VemOverlayPath::Insert;
+[[maybe_unused]] constexpr void (VemOverlayPath::*kReplace)(int, const VemOverlay&) =
+    &VemOverlayPath::Replace;
+[[maybe_unused]] constexpr void (IVemOverlayPath::*kInsertValue)(int, VemOverlay) =
+    &IVemOverlayPath::Insert;
+[[maybe_unused]] constexpr void (IVemOverlayPath::*kReplaceValue)(int, VemOverlay) =
+    &IVemOverlayPath::Replace;
 
 void AddTo(VemOverlayPath& path, const OverlayKind& kind, const Doubles& arguments) {
   kind.add(path, arguments);

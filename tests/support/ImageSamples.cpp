@@ -81,7 +81,7 @@ Bytes Text(const std::string& text) { return Bytes(text.begin(), text.end()); }
 void AddBroken(const ImageFile& sound, std::mt19937& random, std::vector<ImageFile>& broken) {
   const Bytes& bytes = sound.bytes;
   const bool isJpeg = bytes[0] == 0xFF && bytes[1] == 0xD8;
-  for (const std::size_t part : {16, 8, 4, 2}) {
+  for (const std::size_t part : {16u, 8u, 4u, 2u}) {
     if (isJpeg && part < 8) continue;  // Its decoder makes up pixels that are cut off.
     const auto size = static_cast<std::ptrdiff_t>(bytes.size() / part);
     broken.push_back(

@@ -69,7 +69,7 @@ TEST(Pictures, OfOtherTypesAreRefused) {
       cv::Mat picture = cv::Mat::zeros(33, 33, CV_MAKETYPE(depth, channels));
       const cv::Mat before = picture.clone();
       EXPECT_FALSE(draw(picture, Circle(16, 16, 9)));
-      const std::size_t row = picture.cols * picture.elemSize();
+      const std::size_t row = static_cast<std::size_t>(picture.cols) * picture.elemSize();
       for (int y = 0; y < 33; ++y) ASSERT_EQ(std::memcmp(picture.ptr(y), before.ptr(y), row), 0);
     }
   }
