@@ -17,6 +17,10 @@ function(vem_compile_options target)
       -fsanitize=${VEM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=${VEM_SANITIZE})
   endif()
+  # These two have a heap of their own, and turn signals into words.
+  if(VEM_SANITIZE MATCHES "address|thread")
+    target_compile_definitions(${target} PRIVATE VEM_SANITIZED)
+  endif()
   if(VEM_BUILD_FUZZ)
     target_compile_options(${target} PRIVATE
       -fsanitize=fuzzer-no-link,address -fno-omit-frame-pointer)

@@ -26,7 +26,7 @@ constexpr bool kOpenCVDrawsByTheRule = true;
 constexpr bool kOpenCVDrawsByTheRule = false;
 #endif
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef VEM_SANITIZED
 constexpr int kThoroughness = 1;
 #else
 constexpr int kThoroughness = 20;

@@ -340,7 +340,7 @@ TEST(VemMorphStructure, SizesOfCopiesAreNumbersOf32Bits) {
   ExpectInfo(copy, 65536, 65536, 0, 0, VemMorphStructureCustom);
 }
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#ifndef VEM_SANITIZED
 // A table of four million million bytes: nothing is raised, and what comes back is written to.
 TEST(VemMorphStructure, ATableBeyondMemoryFaults) {
   Structure structure;

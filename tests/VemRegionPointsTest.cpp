@@ -333,7 +333,7 @@ TEST(VemRegionPoints, CanvasThatWrapsRaises) {
 }
 
 TEST(VemRegionPoints, CanvasBeyondMemoryRaises) {
-#ifdef __SANITIZE_ADDRESS__
+#ifdef VEM_SANITIZED
   GTEST_SKIP() << "the address sanitizer ends the process instead";
 #endif
   VemPoint corner(2147483646, 2147483646);

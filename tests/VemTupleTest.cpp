@@ -91,7 +91,7 @@ std::vector<VemVar> Texts(int count) {
   return texts;
 }
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef VEM_SANITIZED
 constexpr bool kSanitized = true;
 #else
 constexpr bool kSanitized = false;

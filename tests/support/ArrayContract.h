@@ -24,7 +24,7 @@
 // The second is for arrays whose constant access reads what is in range, the third for those that
 // give references.
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef VEM_SANITIZED
 constexpr bool kFaultsAreSignals = false;  // The sanitizer ends the process its own way.
 #else
 constexpr bool kFaultsAreSignals = true;

@@ -20,7 +20,7 @@ long HeapCounter::Kept() const { return Taken() - (given - given_); }
 HeapFailure::HeapFailure(long blocks) { left = blocks; }
 HeapFailure::~HeapFailure() { left = -1; }
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+#ifndef VEM_SANITIZED
 
 void* operator new(std::size_t size) {
   if (left == 0) throw std::bad_alloc();

@@ -7,7 +7,7 @@
 /// included. Under a sanitizer, which has its own `new`, nothing is counted.
 class HeapCounter {
  public:
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef VEM_SANITIZED
   static constexpr bool kCounts = false;
 #else
   static constexpr bool kCounts = true;

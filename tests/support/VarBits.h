@@ -13,7 +13,7 @@
 
 // Control values looked at from below, for the tests of the class itself.
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifdef VEM_SANITIZED
 constexpr bool kSanitized = true;
 #else
 constexpr bool kSanitized = false;
