@@ -55,6 +55,7 @@
 #include "VemVCode.h"
 #include "VemVCodeArray.h"
 #include "VemVar.h"
+#include "VemVersion.h"
 #include "VemWideFiles.h"
 
 #endif  // VEM_DATA_H_

@@ -1,6 +1,9 @@
 #ifndef VEM_IMAGE_H_
 #define VEM_IMAGE_H_
 
+/// @file
+/// The image, and how files and pixels become one.
+
 #include "VemExport.h"
 
 namespace cv {

@@ -1,6 +1,9 @@
 #ifndef VEM_MATRIX_H_
 #define VEM_MATRIX_H_
 
+/// @file
+/// The matrix and its element types.
+
 #include "VemExport.h"
 #include "VemVar.h"
 

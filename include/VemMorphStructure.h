@@ -1,6 +1,9 @@
 #ifndef VEM_MORPH_STRUCTURE_H_
 #define VEM_MORPH_STRUCTURE_H_
 
+/// @file
+/// The structure of a morphological operation and its shapes.
+
 #include "VemExport.h"
 
 /// The kind of a structuring element. Every other value that is not negative is a kind as well,

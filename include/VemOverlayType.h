@@ -1,6 +1,9 @@
 #ifndef VEM_OVERLAY_TYPE_H_
 #define VEM_OVERLAY_TYPE_H_
 
+/// @file
+/// The kinds of overlays and their ways of drawing.
+
 /// The kind of a graphic element. The values 0 and 17 stand for nothing and never occur.
 enum VemOverlayType : int {
   VemOverlayPoint = 1,        ///< point

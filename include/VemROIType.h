@@ -1,6 +1,9 @@
 #ifndef VEM_ROI_TYPE_H_
 #define VEM_ROI_TYPE_H_
 
+/// @file
+/// The shapes of regions of interest.
+
 /// The shape of a region of interest.
 enum VemROIType : int {
   VemROIRect1 = 0,      ///< axis-parallel rectangle by two corners

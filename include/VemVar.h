@@ -1,6 +1,9 @@
 #ifndef VEM_VAR_H_
 #define VEM_VAR_H_
 
+/// @file
+/// The control value and its kinds.
+
 #include "VemExport.h"
 
 /// What a VemVar holds.

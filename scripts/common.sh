@@ -5,11 +5,24 @@
 
 BUILD_TYPE=${BUILD_TYPE:-Release}
 JOBS=${JOBS:-$(nproc)}
-ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+ROOT=$(cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.." && pwd)
 BUILD_DIR=$ROOT/build/${BUILD_TYPE,,}
 
 BUILD_PACKAGES=(g++ cmake ninja-build libopencv-dev)
 TEST_PACKAGES=(libgtest-dev libfmt-dev nlohmann-json3-dev gdb)
+
+# Ends with a sentence that says what is wrong, and what to do about it.
+stop() {
+  echo "$(basename "$0"): $*" >&2
+  exit 1
+}
+
+# With --help as its only argument, prints what stands at the head of the script, and ends.
+help_if_asked() {
+  [ "${1:-}" = --help ] || [ "${1:-}" = -h ] || return 0
+  sed -n '2,/^set/{s/^# \{0,1\}//p}' "$0"
+  exit 0
+}
 
 # Installs those of the named Debian packages that are missing.
 install_missing() {
@@ -19,11 +32,20 @@ install_missing() {
       missing+=("$package")
   done
   [ ${#missing[@]} -gt 0 ] || return 0
+  local line="apt-get install --no-install-recommends ${missing[*]}"
+  command -v apt-get >/dev/null ||
+    stop "this system has no apt; install what Debian calls ${missing[*]}"
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || stop "packages are missing and there is no sudo; type as root: $line"
+    as_root=(sudo)
+  fi
   echo "Installing Debian packages: ${missing[*]}"
-  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
-  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" apt-get update -qq && "${as_root[@]}" apt-get install -qq --simulate \
+    --no-install-recommends "${missing[@]}" >/dev/null ||
+    stop "apt does not find all packages: look to the network and its sources, then type: $line"
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null ||
+    stop "apt could not install all packages; type: $line"
 }
 
 # Configures the build folder with the given options; in CI, warnings are errors.
