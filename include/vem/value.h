@@ -42,19 +42,72 @@ struct none_t {};
 /// @cond
 namespace detail {
 
-// The shortest digits that read back as the same number.
-inline std::string digits(double number) {
+inline double read_back(const char* text, double) { return std::strtod(text, nullptr); }
+inline float read_back(const char* text, float) { return std::strtof(text, nullptr); }
+
+// The shortest digits that read back as the same number, with a point whatever the locale has in
+// its place. Only of the smallest numbers fewer digits than the type always keeps may do.
+template <class T>
+std::string digits(T number) {
+  typedef std::numeric_limits<T> limits;
   char text[32];
-  for (int precision = 15; precision <= 17; ++precision) {
-    std::snprintf(text, sizeof text, "%.*g", precision, number);
-    if (std::strtod(text, nullptr) >= number && std::strtod(text, nullptr) <= number) break;
+  const bool small = number < limits::min() && number > -limits::min();
+  for (int precision = small ? 1 : limits::digits10; precision <= limits::max_digits10;
+       ++precision) {
+    std::snprintf(text, sizeof text, "%.*g", precision, static_cast<double>(number));
+    const T back = read_back(text, number);
+    if (back >= number && back <= number) break;
   }
-  return text;
+  std::string shown = text;
+  const std::size_t point = shown.find_first_not_of("+-0123456789e");
+  const std::size_t behind = shown.find_first_of("0123456789", point);
+  if (point != std::string::npos && behind != std::string::npos) {
+    shown.replace(point, behind - point, ".");
+  }
+  return shown;
 }
 
+// An integer of any width.
+template <class T>
+std::string decimal(T number) {
+  std::string shown;
+  for (T rest = number; shown.empty() || rest != 0; rest = static_cast<T>(rest / 10)) {
+    const int digit = static_cast<int>(rest % 10);
+    shown.insert(shown.begin(), static_cast<char>('0' + (digit < 0 ? -digit : digit)));
+  }
+  return number < T(0) ? '-' + shown : shown;
+}
+
+// A text in quotes, its own quotes and what does not print escaped.
 inline std::string quoted(const std::string& text) {
-  const std::size_t limit = 40;
-  return text.size() <= limit ? '"' + text + '"' : '"' + text.substr(0, limit) + "...\"";
+  std::string shown = "\"";
+  for (char c : text) {
+    const unsigned code = static_cast<unsigned char>(c);
+    if (c == '"' || c == '\\') {
+      shown += {'\\', c};
+    } else if (c == '\n') {
+      shown += "\\n";
+    } else if (c == '\t') {
+      shown += "\\t";
+    } else if (code < 32 || code == 127) {
+      const char octal[] = {'\\', static_cast<char>('0' + code / 64),
+                            static_cast<char>('0' + code / 8 % 8),
+                            static_cast<char>('0' + code % 8)};
+      shown.append(octal, sizeof octal);
+    } else {
+      shown += c;
+    }
+  }
+  return shown + '"';
+}
+
+// The beginning of a text, in whole characters of UTF-8.
+inline std::string beginning(const std::string& text) {
+  std::size_t length = 40;
+  if (text.size() <= length) return quoted(text);
+  while (length > 37 && (static_cast<unsigned char>(text[length]) & 0xc0) == 0x80) --length;
+  std::string shown = quoted(text.substr(0, length));
+  return shown.insert(shown.size() - 1, "...");
 }
 
 inline std::string describe(const VemVar& value) {
@@ -64,7 +117,7 @@ inline std::string describe(const VemVar& value) {
     case VemVarDouble:
       return "the double " + digits(value.D());
     case VemVarString:
-      return "the text " + quoted(value.S());
+      return "the text " + beginning(value.S());
     default:
       return "nothing";
   }
@@ -77,12 +130,9 @@ inline std::string describe(const VemVar& value) {
 // Whether an integer fits another type of integers.
 template <class T>
 bool fits(long number) {
-  return std::is_signed<T>::value
-             ? sizeof(T) >= sizeof(long) ||
-                   (number >= static_cast<long>(std::numeric_limits<T>::min()) &&
-                    number <= static_cast<long>(std::numeric_limits<T>::max()))
-             : number >= 0 && static_cast<unsigned long>(number) <=
-                                  static_cast<unsigned long>(std::numeric_limits<T>::max());
+  const VemVar value(number);
+  return order_with(value, std::numeric_limits<T>::min()) != kLess &&
+         order_with(value, std::numeric_limits<T>::max()) != kGreater;
 }
 
 // How a type is read: `holds`, `read` where it holds, and `name` for who reads it in vain.
@@ -99,8 +149,8 @@ struct reader<T, if_true<std::is_integral<T>::value && !std::is_same<T, bool>::v
   }
   static T read(const VemVar& value) { return static_cast<T>(value.L()); }
   static std::string name() {
-    return "an integer from " + std::to_string(std::numeric_limits<T>::min()) + " to " +
-           std::to_string(std::numeric_limits<T>::max());
+    return "an integer from " + decimal(std::numeric_limits<T>::min()) + " to " +
+           decimal(std::numeric_limits<T>::max());
   }
 };
 
@@ -108,13 +158,11 @@ template <class T>
 struct reader<T, if_true<std::is_floating_point<T>::value>> {
   static const bool known = true;
   static bool holds(const VemVar& value) { return is_numeric(value); }
-  static T read(const VemVar& value) { return static_cast<T>(value.D()); }
+  static T read(const VemVar& value) {
+    return value.ValType() == VemVarLong ? static_cast<T>(value.L()) : static_cast<T>(value.D());
+  }
   static std::string name() { return "a number"; }
 };
-template <>
-inline float reader<float>::read(const VemVar& value) {
-  return value.F();
-}
 
 template <class T>
 struct reader<T, if_true<is_text<T>::value && !std::is_same<T, char*>::value>> {
@@ -123,6 +171,14 @@ struct reader<T, if_true<is_text<T>::value && !std::is_same<T, char*>::value>> {
   static T read(const VemVar& value) { return T(value.S()); }
   static std::string name() { return "a text"; }
 };
+
+// What looks into the text of a value, and so must not outlive it.
+template <class T>
+struct is_view : std::is_same<plain<T>, const char*> {};
+#if __cplusplus >= 201703L
+template <>
+struct is_view<std::string_view> : std::true_type {};
+#endif
 
 // An integer beside a double, without a rounding.
 inline order order_exactly(long integer, double number) {
@@ -193,10 +249,19 @@ template <class Result, class Visitor>
 Result visit_as(Visitor&&, const VemVar&, std::false_type /*takes all*/);
 
 template <class T>
-VemVar made(const T& number, std::true_type /*number*/) {
-  if (std::is_unsigned<T>::value && static_cast<unsigned long long>(number) > LONG_MAX) {
-    throw std::out_of_range("vem::value: " + std::to_string(number) + " is beyond the integers");
+if_true<std::is_integral<T>::value> test_range(T number) {
+  if (order_with(VemVar(LONG_MAX), number) != kLess &&
+      order_with(VemVar(LONG_MIN), number) != kGreater) {
+    return;
   }
+  throw std::out_of_range("vem::value: " + decimal(number) + " is beyond the integers");
+}
+template <class T>
+if_true<!std::is_integral<T>::value> test_range(T) {}
+
+template <class T>
+VemVar made(const T& number, std::true_type /*number*/) {
+  test_range<promoted<T>>(number);
   return operand(number);
 }
 template <class T>
@@ -216,8 +281,9 @@ VemVar made(const T& text, std::false_type /*number*/) {
 }  // namespace detail
 /// @endcond
 
-/// A value from a number or a text; `std::out_of_range` for an unsigned integer above the greatest
-/// signed one, `std::invalid_argument` for a null pointer and for a text with a zero byte within.
+/// A value from a number, of which a floating-point one becomes a double, or from a text;
+/// `std::out_of_range` for an integer that 64 bits with a sign can't hold, `std::invalid_argument`
+/// for a null pointer and for a text with a zero byte within.
 template <class T>
 VemVar value(const T& other) {
   static_assert(detail::is_number<T>::value || detail::is_text<T>::value,
@@ -243,7 +309,8 @@ bool holds(const VemVar& value) {
 ///
 /// An integer type takes an integer that it has, never a double. A floating-point type takes a
 /// double or an integer, rounded to it where need be. A text type takes a text: `std::string` as a
-/// copy, `const char*` and `std::string_view` as a view that lives as long as the value's text.
+/// copy, `const char*` and `std::string_view` as a view that lives as long as the value's text; of
+/// a temporary value a view does not compile, here and below.
 template <class T>
 T get(const VemVar& value) {
   static_assert(detail::reader<T>::known,
@@ -252,15 +319,33 @@ T get(const VemVar& value) {
   if (!detail::reader<T>::holds(value)) detail::fail_access(detail::reader<T>::name(), value);
   return detail::reader<T>::read(value);
 }
+/// The same of a temporary.
+template <class T>
+T get(const VemVar&& value) {
+  static_assert(!detail::is_view<T>::value,
+                "vem::get: the text of a temporary value is gone with it; ask for std::string");
+  return vem::get<T>(value);
+}
 
 /// The value as get gives it, or `other` where get would throw. The type is that of `other`.
 template <class T>
 T get_or(const VemVar& value, T other) {
   return holds<T>(value) ? detail::reader<T>::read(value) : other;
 }
+/// The same of a temporary.
+template <class T>
+T get_or(const VemVar&& value, T other) {
+  static_assert(!detail::is_view<T>::value,
+                "vem::get_or: the text of a temporary value is gone with it; ask for std::string");
+  return vem::get_or<T>(value, other);
+}
 /// The same for a text, copied.
 inline std::string get_or(const VemVar& value, const char* other) {
   return get_or<std::string>(value, std::string(other));
+}
+/// The same of a temporary.
+inline std::string get_or(const VemVar&& value, const char* other) {
+  return vem::get_or(value, other);
 }
 
 /// Calls the visitor with what the value holds, a `long`, a `double`, a `const char*` or a none_t,
@@ -276,6 +361,15 @@ typename detail::visit_result<Visitor, detail::visits_all<Visitor>::value>::type
   return detail::visit_as<typename result::type>(std::forward<Visitor>(visitor), value,
                                                  std::integral_constant < bool,
                                                  takes_all::value&& result::one > ());
+}
+/// The same of a temporary, for visitors that return no view.
+template <class Visitor>
+typename detail::visit_result<Visitor, detail::visits_all<Visitor>::value>::type visit(
+    Visitor&& visitor, const VemVar&& value) {
+  typedef detail::visit_result<Visitor, detail::visits_all<Visitor>::value> result;
+  static_assert(!detail::is_view<typename result::type>::value,
+                "vem::visit: the text of a temporary value is gone with it; return std::string");
+  return vem::visit(std::forward<Visitor>(visitor), value);
 }
 
 /// @cond

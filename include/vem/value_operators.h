@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 #include <type_traits>
+#include <utility>
 #if __cplusplus >= 201703L
 #include <string_view>
 #endif
@@ -16,21 +17,27 @@
 /// They stand in the global namespace, where the compiler looks for those of a VemVar from every
 /// other one. They take a VemVar itself and a number or a text itself, nothing that converts:
 ///
-/// - `==`, `!=`, `<`, `<=`, `>`, `>=` compare a value with a number as C++ compares numbers, but an
-///   integer with an unsigned one by what they are; and with a text byte by byte. A value of
-///   another kind equals nothing: `==` is false, `!=` true, every order false.
-/// - `+`, `-`, `*`, `/` with a number give an integer from two integers, which wraps, else a
-///   double. `%` is for integers alone. A value that is no number gives nothing. As in C++,
+/// - `==`, `!=`, `<`, `<=`, `>`, `>=` compare a value with a number as C++ compares the `long` or
+///   the `double` that the value holds with that number: beside a float an integer becomes a float,
+///   beside a `long double` nothing is rounded. But an integer and an unsigned one, `__int128` and
+///   enumerations among them, are compared by what they are. With a text they compare byte by byte.
+///   A value of another kind equals nothing: `==` is false, `!=` true, every order false.
+/// - `+`, `-`, `*`, `/` with a number give an integer from two integers, which wraps to 64 bits,
+///   else a double. `%` is for integers alone. A value that is no number gives nothing. As in C++,
 ///   dividing an integer by the integer 0, or the smallest by -1, is a fault of the processor.
-/// - `+` of a value and a text joins the two to a text with its terminator, or gives nothing.
-/// - `-value`, `+=`, `-=`, `*=`, `/=`, `%=` follow from these.
-/// - `<`, `<=`, `>`, `>=` of two values order numbers by value and texts by bytes; between other
+/// - `+` of a value and a text joins the two to a text with its terminator. It gives nothing where
+///   the value is no text, and for a text with a zero byte within, which no value can hold.
+/// - `-value`, `+=`, `-=`, `*=`, `/=`, `%=` follow from these. With another value on the right they
+///   do what they do with the number or the text that it holds: `a -= b` subtracts a double and
+///   `a += b` joins texts, where `a - b` gives nothing and `a + b` a text without a terminator.
+/// - `<`, `<=`, `>`, `>=` of two values order numbers as above and texts by bytes; between other
 ///   kinds they are false.
 ///
 /// `==`, `!=` and arithmetic of two VemVar are the class's own, with the rules told there. Most of
 /// the rest does not compile without this header. What does, and has another meaning then: a text
 /// on the left of `==` or `!=` (before C++20), and `<`, `<=`, `>`, `>=` between a value and a text,
-/// compare addresses without it. A `const char*` on the left of `+` stays pointer arithmetic.
+/// compare addresses without it. A `const char*` on the left of `+` stays pointer arithmetic. An
+/// array of `char` ends at its first zero byte, or where the array ends.
 
 /// @cond
 namespace vem {
@@ -68,8 +75,17 @@ struct text_span {
   std::size_t length;
 };
 
-inline text_span span_of(const char* text) {
+template <class T>
+if_true<std::is_same<T, const char*>::value || std::is_same<T, char*>::value, text_span> span_of(
+    const T& text) {
   return text_span{text, text == nullptr ? 0 : std::strlen(text)};
+}
+template <std::size_t kSize>
+text_span span_of(const char (&text)[kSize]) {
+  const void* const zero = std::memchr(text, '\0', kSize);
+  return text_span{text, zero == nullptr
+                             ? kSize
+                             : static_cast<std::size_t>(static_cast<const char*>(zero) - text)};
 }
 inline text_span span_of(const std::string& text) { return text_span{text.data(), text.size()}; }
 #if __cplusplus >= 201703L
@@ -108,24 +124,38 @@ inline order order_of(text_span a, text_span b) {
   return first == 0 ? order_of(a.length, b.length) : order_of(first, 0);
 }
 
+// What a number is in an expression: an enumeration is an integer then.
 template <class T>
-order order_of_integers(long value, T number, std::true_type /*unsigned*/) {
-  return value < 0 ? kLess
-                   : order_of(static_cast<unsigned long long>(value),
-                              static_cast<unsigned long long>(number));
-}
-template <class T>
-order order_of_integers(long value, T number, std::false_type /*unsigned*/) {
-  return order_of(static_cast<long long>(value), static_cast<long long>(number));
+using promoted = decltype(+std::declval<T>());
+
+// As C++ compares the two, in the type that holds both.
+template <class A, class B>
+order order_of_numbers(A a, B b) {
+  typedef typename std::common_type<A, B>::type both;
+  return order_of<both>(static_cast<both>(a), static_cast<both>(b));
 }
 
 template <class T>
-order order_with(const VemVar& value, const T& number, std::true_type /*number*/) {
-  if (!is_numeric(value)) return kUnordered;
-  if (std::is_floating_point<T>::value || value.ValType() == VemVarDouble) {
-    return order_of(value.D(), static_cast<double>(number));
+struct is_unsigned_integer
+    : std::integral_constant<bool, std::is_integral<T>::value && !std::is_signed<T>::value> {};
+
+template <class T>
+order order_of_integer(long value, T number, std::true_type /*unsigned*/) {
+  return value < 0 ? kLess : order_of_numbers(static_cast<unsigned long>(value), number);
+}
+template <class T>
+order order_of_integer(long value, T number, std::false_type /*unsigned*/) {
+  return order_of_numbers(value, number);
+}
+
+template <class T>
+order order_with(const VemVar& value, const T& other, std::true_type /*number*/) {
+  typedef promoted<T> number;
+  if (value.ValType() == VemVarLong) {
+    return order_of_integer<number>(value.L(), other, is_unsigned_integer<number>());
   }
-  return order_of_integers(value.L(), number, std::is_unsigned<T>());
+  return value.ValType() == VemVarDouble ? order_of_numbers(value.D(), static_cast<number>(other))
+                                         : kUnordered;
 }
 template <class T>
 order order_with(const VemVar& value, const T& text, std::false_type /*number*/) {
@@ -177,12 +207,17 @@ inline VemVar sum(const VemVar& a, const VemVar& b) {
 
 inline VemVar joined(text_span left, text_span right) {
   if (left.bytes == nullptr || right.bytes == nullptr) return VemVar();
-  std::string text(left.bytes, left.length);
-  return VemVar(text.append(right.bytes, right.length).c_str());
+  const std::string text = std::string(left.bytes, left.length).append(right.bytes, right.length);
+  return text.find('\0') == std::string::npos ? VemVar(text.c_str()) : VemVar();
 }
 
 inline text_span text_in(const VemVar& value) {
   return span_of(value.ValType() == VemVarString ? value.S() : nullptr);
+}
+
+// The sum of what two values hold.
+inline VemVar sum_or_text(const VemVar& a, const VemVar& b) {
+  return b.ValType() == VemVarString ? joined(text_in(a), text_in(b)) : sum(a, b);
 }
 
 }  // namespace detail
@@ -326,25 +361,45 @@ template <class V, class T>
 vem::detail::beside_operand<V, T, V&> operator+=(V& value, const T& other) {
   return value = value + other;
 }
+template <class V>
+vem::detail::beside_number<V, int, V&> operator+=(V& value, const V& other) {
+  return value = vem::detail::sum_or_text(value, other);
+}
 
 template <class V, class T>
 vem::detail::beside_number<V, T, V&> operator-=(V& value, const T& number) {
   return value = value - number;
+}
+template <class V>
+vem::detail::beside_number<V, int, V&> operator-=(V& value, const V& other) {
+  return value = vem::detail::difference(value, other);
 }
 
 template <class V, class T>
 vem::detail::beside_number<V, T, V&> operator*=(V& value, const T& number) {
   return value = value * number;
 }
+template <class V>
+vem::detail::beside_number<V, int, V&> operator*=(V& value, const V& other) {
+  return value = value * other;
+}
 
 template <class V, class T>
 vem::detail::beside_number<V, T, V&> operator/=(V& value, const T& number) {
   return value = value / number;
 }
+template <class V>
+vem::detail::beside_number<V, int, V&> operator/=(V& value, const V& other) {
+  return value = value / other;
+}
 
 template <class V, class T>
 vem::detail::beside_number<V, T, V&> operator%=(V& value, const T& number) {
   return value = value % number;
+}
+template <class V>
+vem::detail::beside_number<V, int, V&> operator%=(V& value, const V& other) {
+  return value = vem::detail::remainder(value, other);
 }
 
 /// @endcond

@@ -17,6 +17,9 @@ const double kNaN = std::nan("");
 
 // How a value stands to another: the six operators in both directions as characters, each '1' where
 // it is true. "==, !=, <, <=, >, >=", then the same with the sides exchanged.
+// Numbers of C++ too, which it rounds as it likes.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wconversion"
 template <class A, class B>
 std::string Comparisons(const A& a, const B& b) {
   const bool found[] = {a == b, a != b, a<b, a <= b, a> b, a >= b,
@@ -25,6 +28,7 @@ std::string Comparisons(const A& a, const B& b) {
   for (bool one : found) text += one ? '1' : '0';
   return text;
 }
+#pragma GCC diagnostic pop
 
 const char* const kSame = "100101100101";
 const char* const kBefore = "011100010011";
@@ -56,6 +60,68 @@ TEST(VemValueComparison, TakesIntegersByWhatTheyAre) {
   EXPECT_EQ(Comparisons(VemVar(kLongMax), static_cast<unsigned long>(kLongMax)), kSame);
   EXPECT_EQ(Comparisons(VemVar(kLongMin), kLongMin), kSame);
   EXPECT_EQ(Comparisons(VemVar(kLongMax), kLongMax - 1), kBehind);
+}
+
+// The types of the numbers as a caller may have them.
+enum Unsigned : unsigned long { kUnsignedMax = ~0UL };
+enum Signed : signed char { kSignedMin = -128 };
+enum Loose { kLoose = 7 };
+
+TEST(VemValueComparison, TakesEnumerationsByWhatTheyAre) {
+  EXPECT_EQ(Comparisons(VemVar(-1), kUnsignedMax), kBefore);
+  EXPECT_EQ(Comparisons(VemVar(kLongMax), kUnsignedMax), kBefore);
+  EXPECT_EQ(Comparisons(VemVar(-1.0), kUnsignedMax), kBefore);
+  EXPECT_EQ(Comparisons(VemVar(-128), kSignedMin), kSame);
+  EXPECT_EQ(Comparisons(VemVar(7), kLoose), kSame);
+}
+
+TEST(VemValueComparison, RoundsFloatingPointAsCppDoes) {
+  const float floats[] = {0.1f, 16777216.0f, 9223372036854775807.0f, -0.0f};
+  const long double longs[] = {0.1L, 9223372036854775807.0L, 9223372036854775808.0L, 1e300L};
+  for (long integer : {0L, 16777216L, 16777217L, kLongMax - 1, kLongMax, kLongMin}) {
+    for (float number : floats) {
+      EXPECT_EQ(Comparisons(VemVar(integer), number), Comparisons(integer, number));
+    }
+    for (long double number : longs) {
+      EXPECT_EQ(Comparisons(VemVar(integer), number), Comparisons(integer, number));
+    }
+  }
+  for (double real : {0.1, 0.1000000014901161193847656250, 9223372036854775808.0, 1e300}) {
+    for (float number : floats) {
+      EXPECT_EQ(Comparisons(VemVar(real), number), Comparisons(real, number));
+    }
+    for (long double number : longs) {
+      EXPECT_EQ(Comparisons(VemVar(real), number), Comparisons(real, number));
+    }
+  }
+  EXPECT_EQ(Comparisons(VemVar(0.1), 0.1L), kBehind);
+  EXPECT_EQ(Comparisons(VemVar(16777217), 16777216.0f), kSame);
+  EXPECT_EQ(Comparisons(VemVar(kLongMax), 9223372036854775808.0L), kBefore);
+}
+
+// With the extensions of the compiler alone, it counts as a number.
+#ifndef __STRICT_ANSI__
+TEST(VemValueComparison, TakesWideIntegersByWhatTheyAre) {
+  __extension__ typedef __int128 wide;
+  __extension__ typedef unsigned __int128 unsigned_wide;
+  const wide beyond = wide{1} << 64;
+  EXPECT_EQ(Comparisons(VemVar(0), beyond), kBefore);
+  EXPECT_EQ(Comparisons(VemVar(5), beyond + 5), kBefore);
+  EXPECT_EQ(Comparisons(VemVar(5), -beyond), kBehind);
+  EXPECT_EQ(Comparisons(VemVar(5), wide{5}), kSame);
+  EXPECT_EQ(Comparisons(VemVar(-1), ~unsigned_wide{0}), kBefore);
+  EXPECT_EQ(Comparisons(VemVar(5), unsigned_wide{5}), kSame);
+}
+#endif
+
+TEST(VemValueComparison, EndsAnArrayOfCharsWhereItEnds) {
+  struct {
+    char text[3];
+    char behind[4];
+  } const beside = {{'a', 'b', 'c'}, "def"};
+  EXPECT_EQ(Comparisons(VemVar("abc"), beside.text), kSame);
+  EXPECT_EQ(Comparisons(VemVar("def"), beside.behind), kSame);
+  EXPECT_EQ(Comparisons(VemVar("a"), "a\0b"), kSame);
 }
 
 TEST(VemValueComparison, OrdersTextsByBytes) {
@@ -206,6 +272,8 @@ TEST(VemValueArithmetic, JoinsTexts) {
     {"NothingPlusText", none + "x", "-"},
     {"TextBeforeNumber", std::string("x") + number, "-"},
     {"NullPointer", text + null, "-"},
+    {"ZeroByte", text + std::string("a\0b", 3), "-"},
+    {"ZeroByteOnTheLeft", std::string("a\0b", 3) + text, "-"},
 #if __cplusplus >= 201703L
     {"View", text + std::string_view(".png", 2), "spart.p"},
     {"ViewOnTheLeft", std::string_view("abc", 1) + text, "sapart"},
@@ -247,6 +315,38 @@ TEST(VemValueArithmetic, AssignsInPlace) {
   texts[0] += "b";
   texts[0] += std::string("c");
   EXPECT_EQ(Shown(texts[0]), "sabc");
+}
+
+TEST(VemValueArithmetic, AssignsInPlaceWhatAnotherValueHolds) {
+  const VemVar text("b"), none;
+  VemVar value(7);
+  EXPECT_EQ(&(value += VemVar(3)), &value);
+  EXPECT_EQ(Shown(value), "l10");
+  value -= VemVar(1.5);
+  EXPECT_EQ(Shown(value), "d8.500000");
+  value *= VemVar(2);
+  EXPECT_EQ(Shown(value), "d17.000000");
+  value /= VemVar(2);
+  EXPECT_EQ(Shown(value), "d8.500000");
+  value = VemVar(17);
+  value %= VemVar(5);
+  EXPECT_EQ(Shown(value), "l2");
+  value += value;
+  EXPECT_EQ(Shown(value), "l4");
+  value %= VemVar(2.0);
+  EXPECT_EQ(Shown(value), "-");
+  value = VemVar("a");
+  value += text;
+  value += value;
+  EXPECT_EQ(Shown(value), "sabab");
+  value += VemVar(3);
+  EXPECT_EQ(Shown(value), "-");
+  value = VemVar(3);
+  value += text;
+  EXPECT_EQ(Shown(value), "-");
+  value = VemVar(3);
+  value -= none;
+  EXPECT_EQ(Shown(value), "-");
 }
 
 // Found from a namespace that has operators of its own.

@@ -1,5 +1,6 @@
 #include "vem/value.h"
 
+#include <clocale>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -39,6 +40,8 @@ TEST(VemValueGet, ReadsNumbersAsFloatingPoint) {
   EXPECT_EQ(vem::get<float>(VemVar(0.1)), 0.1f);
   EXPECT_EQ(vem::get<float>(VemVar((1L << 54) + (1L << 30) + 1)), 18014400656965632.0f);
   EXPECT_EQ(vem::get<long double>(VemVar(2.5)), 2.5L);
+  EXPECT_EQ(vem::get<long double>(VemVar(std::numeric_limits<long>::max())),
+            9223372036854775807.0L);
   EXPECT_TRUE(std::isnan(vem::get<double>(VemVar(std::nan("")))));
 }
 
@@ -73,6 +76,45 @@ TEST(VemValueGet, TellsWhatItFound) {
             "vem::get: asked for an integer from -2147483648 to 2147483647, the value is the text "
             "\"" +
                 std::string(40, 'a') + "...\"");
+  EXPECT_EQ(Thrown([] {
+              vem::get<double>(
+                  VemVar("a \"b\" \\ \n\t\x1b"
+                         "1"));
+            }),
+            "vem::get: asked for a number, the value is the text \"a \\\"b\\\" \\\\ "
+            "\\n\\t\\0331\"");
+  EXPECT_EQ(
+      Thrown([] { vem::get<double>(VemVar((std::string(39, 'a') + "\xc3\xbc!").c_str())); }),
+      "vem::get: asked for a number, the value is the text \"" + std::string(39, 'a') + "...\"");
+}
+
+std::string Shown(double number) {
+  const std::string told = Thrown([number] { vem::get<int>(VemVar(number)); });
+  return told.substr(told.rfind(' ') + 1);
+}
+
+TEST(VemValueGet, TellsNumbersByTheirShortestDigits) {
+  EXPECT_EQ(Shown(0.1), "0.1");
+  EXPECT_EQ(Shown(1.0 / 3), "0.3333333333333333");
+  EXPECT_EQ(Shown(std::numeric_limits<double>::min()), "2.2250738585072014e-308");
+  EXPECT_EQ(Shown(std::numeric_limits<double>::denorm_min()), "5e-324");
+  EXPECT_EQ(Shown(-2 * std::numeric_limits<double>::denorm_min()), "-1e-323");
+  EXPECT_EQ(Shown(0.0), "0");
+  EXPECT_EQ(Shown(-0.0), "-0");
+  EXPECT_EQ(Shown(std::numeric_limits<double>::infinity()), "inf");
+}
+
+// Skipped where no locale has a comma.
+TEST(VemValueGet, TellsNumbersWithAPointInEveryLocale) {
+  const std::string before = std::setlocale(LC_NUMERIC, nullptr);
+  for (const char* name : {"VEM_COMMA", "de_DE.UTF-8", "fr_FR.UTF-8"}) {
+    if (std::setlocale(LC_NUMERIC, name) != nullptr) break;
+  }
+  const bool found = *std::localeconv()->decimal_point == ',';
+  const std::string shown = Shown(-1.5e-300);
+  std::setlocale(LC_NUMERIC, before.c_str());
+  if (!found) GTEST_SKIP() << "no locale with a comma";
+  EXPECT_EQ(shown, "-1.5e-300");
 }
 
 TEST(VemValueGetOr, TakesTheOtherWhereGetWouldThrow) {
@@ -108,6 +150,8 @@ TEST(VemValueMade, TakesNumbersAndTexts) {
   EXPECT_EQ(vem::value(2.5f).ValType(), VemVarDouble);
   EXPECT_EQ(vem::get<double>(vem::value(2.5L)), 2.5);
   EXPECT_EQ(vem::get<std::string>(vem::value("x")), "x");
+  const char letters[] = {'a', 'b'};
+  EXPECT_EQ(vem::get<std::string>(vem::value(letters)), "ab");
   EXPECT_EQ(vem::get<std::string>(vem::value(std::string("text"))), "text");
   EXPECT_EQ(vem::get<std::string>(vem::value(std::string())), "");
   EXPECT_EQ(vem::get<long>(vem::value(VemVar(7))), 7);
@@ -126,6 +170,20 @@ TEST(VemValueMade, RefusesWhatItCouldNotHold) {
             "vem::value: the text has a zero byte at 2");
   EXPECT_EQ(Thrown<std::invalid_argument>([null] { vem::value(null); }),
             "vem::value: the text is a null pointer");
+}
+
+enum Unsigned : unsigned long { kUnsignedMax = ~0UL };
+
+TEST(VemValueMade, RefusesNumbersOfEveryTypeByWhatTheyAre) {
+  EXPECT_EQ(Thrown<std::out_of_range>([] { vem::value(kUnsignedMax); }),
+            "vem::value: 18446744073709551615 is beyond the integers");
+#ifndef __STRICT_ANSI__
+  __extension__ typedef __int128 wide;
+  EXPECT_EQ(Thrown<std::out_of_range>([] { vem::value(-(wide{1} << 64)); }),
+            "vem::value: -18446744073709551616 is beyond the integers");
+  EXPECT_EQ(vem::get<long>(vem::value(wide{-3})), -3);
+  EXPECT_TRUE(vem::get<wide>(VemVar(-3)) == -3);
+#endif
 }
 
 struct KindOf {
