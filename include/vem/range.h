@@ -13,41 +13,8 @@
 
 #include "VemTuple.h"
 #include "VemVar.h"
+#include "vem/array_traits.h"
 #include "vem/value.h"
-
-class Vem1DCode;
-class Vem1DCodeArray;
-class Vem2DVarArray;
-class Vem3DPoint;
-class Vem3DPointArray;
-class VemContour;
-class VemContourArray;
-class VemDMCode;
-class VemDMCodeArray;
-class VemFeaturePoint;
-class VemFeaturePointArray;
-class VemImage;
-class VemImageArray;
-class VemMatrix;
-class VemMatrixArray;
-class VemOverlay;
-class VemOverlayPath;
-class VemPDF417Code;
-class VemPDF417CodeArray;
-class VemPoint;
-class VemPointArray;
-class VemQRCode;
-class VemQRCodeArray;
-class VemROI;
-class VemROIArray;
-class VemRegion;
-class VemRegionArray;
-class VemScratchGroup;
-class VemScratchLayer;
-class VemScratchLayerArray;
-class VemVCode;
-class VemVCodeArray;
-struct VemScratchFeature;
 
 /// Arrays as ranges: every array class, path, scratch group, layer and layer list.
 ///
@@ -63,94 +30,6 @@ namespace vem {
 
 /// @cond
 namespace detail {
-
-// The three counts that classes have, and the two ways to add at the end.
-struct counts_length {
-  template <class A>
-  static int count(const A& array) {
-    return array.Length();
-  }
-  template <class A, class E>
-  static void add(A& array, E& element) {
-    array.Append(element);
-  }
-};
-struct counts_overlays : counts_length {
-  template <class A, class E>
-  static void add(A& array, E& element) {
-    array.AddOverlay(element);
-  }
-};
-struct counts_features : counts_length {
-  template <class A>
-  static int count(const A& array) {
-    return array.GetFeatureNum();
-  }
-};
-struct counts_groups : counts_length {
-  template <class A>
-  static int count(const A& array) {
-    return array.GetGroupNum();
-  }
-};
-struct counts_layers : counts_length {
-  template <class A>
-  static int count(const A& array) {
-    return array.GetLayerNum();
-  }
-};
-
-template <class E, class Counts = counts_length>
-struct in_place : Counts {
-  typedef E element;
-  static const bool copies = false;
-};
-template <class E>
-struct by_copy : counts_length {
-  typedef E element;
-  static const bool copies = true;
-};
-
-template <class A>
-struct array_traits {};
-// clang-format off
-template <> struct array_traits<VemVarArray> : in_place<VemVar> {};
-template <> struct array_traits<Vem2DVarArray> : in_place<VemVarArray> {};
-template <> struct array_traits<VemPointArray> : in_place<VemPoint> {};
-template <> struct array_traits<Vem3DPointArray> : in_place<Vem3DPoint> {};
-template <> struct array_traits<VemFeaturePointArray> : in_place<VemFeaturePoint> {};
-template <> struct array_traits<Vem1DCodeArray> : in_place<Vem1DCode> {};
-template <> struct array_traits<VemDMCodeArray> : in_place<VemDMCode> {};
-template <> struct array_traits<VemQRCodeArray> : in_place<VemQRCode> {};
-template <> struct array_traits<VemPDF417CodeArray> : in_place<VemPDF417Code> {};
-template <> struct array_traits<VemVCodeArray> : in_place<VemVCode> {};
-template <> struct array_traits<VemOverlayPath> : in_place<VemOverlay, counts_overlays> {};
-template <> struct array_traits<VemScratchGroup> : in_place<VemScratchFeature, counts_features> {};
-template <> struct array_traits<VemScratchLayer> : in_place<VemScratchGroup, counts_groups> {};
-template <> struct array_traits<VemScratchLayerArray> : in_place<VemScratchLayer, counts_layers> {};
-template <> struct array_traits<VemContourArray> : by_copy<VemContour> {};
-template <> struct array_traits<VemROIArray> : by_copy<VemROI> {};
-template <> struct array_traits<VemRegionArray> : by_copy<VemRegion> {};
-template <> struct array_traits<VemImageArray> : by_copy<VemImage> {};
-template <> struct array_traits<VemMatrixArray> : by_copy<VemMatrix> {};
-// clang-format on
-
-template <class A>
-using element_of = typename array_traits<typename std::remove_cv<A>::type>::element;
-
-template <class A>
-struct is_array_class {
-  template <class B>
-  static std::true_type test(element_of<B>*);
-  template <class B>
-  static std::false_type test(...);
-  static const bool value = decltype(test<A>(nullptr))::value;
-};
-
-template <class A>
-int count_of(const A& array) {
-  return array_traits<A>::count(array);
-}
 
 // An element that has no address: it lives as long as the expression.
 template <class T>
@@ -283,19 +162,11 @@ template <class A, class Range>
 A to(Range&& range);
 template <class T, class A>
 std::vector<T> to_vector(const A& array);
+template <class T, class A>
+std::vector<T> to_vector(const A&& array);
 
 /// @cond
 namespace detail {
-
-// The points of a contour, through the array that it gives them in.
-struct contour_points {
-  template <class Points, class Contour>
-  static Points of(const Contour& contour) {
-    Points points;
-    const_cast<Contour&>(contour).ToPointArray(&points);
-    return points;
-  }
-};
 
 template <class T, class From>
 struct is_element
@@ -332,6 +203,12 @@ if_true<!is_element<T, const From&>::value, T> make_element(const From& from) {
   return vem::to<T>(from);
 }
 
+// What an iterator stands on: what a proxy stands for, as that of a vector of bool.
+template <class I>
+const typename std::iterator_traits<I>::value_type* pointee(int);
+template <class I>
+const plain<decltype(*std::declval<I&>())>* pointee(...);
+
 template <class A, class Range, bool kContour = std::is_same<A, VemContour>::value>
 struct built {
   static A from(Range& range) {
@@ -341,7 +218,8 @@ struct built {
     A array;
     const auto last = end(range);
     for (auto i = begin(range); i != last; ++i) {
-      element made(make_element<element>(*i));
+      const plain<decltype(*pointee<decltype(i)>(0))>& item = *i;
+      element made(make_element<element>(item));
       array_traits<A>::add(array, made);
     }
     return array;
@@ -383,6 +261,12 @@ struct vector_element<std::vector<T>> {
   }
 };
 
+// Whether the elements of a vector, or of its vectors, are views.
+template <class T>
+struct holds_view : is_view<T> {};
+template <class T>
+struct holds_view<std::vector<T>> : holds_view<T> {};
+
 template <class T, class A>
 struct vector_of {
   static std::vector<T> from(const A& array) {
@@ -401,7 +285,7 @@ template <class T>
 struct vector_of<T, VemContour> {
   template <class Contour>
   static std::vector<T> from(const Contour& contour) {
-    return vem::to_vector<T>(contour_points::of<VemPointArray>(contour));
+    return vem::to_vector<T>(points_of<VemPointArray>(contour));
   }
 };
 
@@ -447,12 +331,20 @@ VemVarArray array(const T&... elements) {
 
 /// The elements, or the points of a contour, as a vector of `T`: as they are, converted, or, for
 /// control values, read by get; `bad_value_access` then tells the position too. A table gives
-/// vectors of vectors.
+/// vectors of vectors. Views of a temporary array's texts do not compile.
 template <class T, class A>
 std::vector<T> to_vector(const A& array) {
   static_assert(detail::is_array_class<A>::value || std::is_same<A, VemContour>::value,
                 "vem::to_vector takes the array classes of the library, and VemContour");
   return detail::vector_of<T, A>::from(array);
+}
+/// The same of a temporary.
+template <class T, class A>
+std::vector<T> to_vector(const A&& array) {
+  static_assert(!detail::holds_view<T>::value,
+                "vem::to_vector: the texts of a temporary array are gone with it; ask for "
+                "std::string");
+  return vem::to_vector<T>(array);
 }
 /// The elements, or the points of a contour, as a vector of them.
 template <class A>

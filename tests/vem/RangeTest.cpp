@@ -351,6 +351,10 @@ TEST(VemRangeValues, AreMadeOfNumbersAndTexts) {
 }
 
 TEST(VemRangeValues, AreReadIntoVectors) {
+  std::vector<bool> flags = {true, false};
+  EXPECT_EQ(vem::to_vector<int>(vem::to<VemVarArray>(flags)), (std::vector<int>{1, 0}));
+  const std::vector<bool> fixed = flags;
+  EXPECT_EQ(vem::to_vector<int>(vem::to<VemVarArray>(fixed)), (std::vector<int>{1, 0}));
   EXPECT_EQ(vem::to_vector<int>(vem::array(1, 2)), (std::vector<int>{1, 2}));
   EXPECT_EQ(vem::to_vector<double>(vem::array(1, 2.5)), (std::vector<double>{1, 2.5}));
   EXPECT_EQ(vem::to_vector<std::string>(vem::array("a", "")), (std::vector<std::string>{"a", ""}));
