@@ -2,12 +2,14 @@
 #define VEM_VEM_MAKE_H_
 
 #include <initializer_list>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 #if __cplusplus >= 201703L
 #include <optional>
 #endif
 
+#include "IVemROIPara.h"
 #include "VemContour.h"
 #include "VemContourArray.h"
 #include "VemFont.h"
@@ -18,8 +20,10 @@
 #include "VemPointArray.h"
 #include "VemROI.h"
 #include "VemRegion.h"
+#include "vem/array_traits.h"
 #include "vem/make_drafts.h"
 #include "vem/make_regions.h"
+#include "vem/parts.h"
 #include "vem/range.h"
 #include "vem/value.h"
 
@@ -35,6 +39,56 @@
 /// pixels, x before y, angles degrees, as the classes have them. Regions are in vem/make_regions.h,
 /// which comes along.
 namespace vem {
+
+/// @cond
+namespace detail {
+
+// An arc's center stands y before x in a region of interest, x before y in an overlay.
+inline VemOverlay shown_as(const VemROI& roi, std::string* reason) {
+  const IVemROIPara& from = parts(roi);
+  VemOverlay overlay;
+  if (from.Type == VemROINone) *reason = "the region of interest has no shape";
+  if (from.Type == VemROIMask) {
+    VemRegion region = region_of(roi);
+    overlay.GenRegion(region);
+  } else if (from.Type == VemROIArc && from.Params.Length() == 5) {
+    VemPoint center(from.Params[1].D(), from.Params[0].D());
+    overlay.GenArc(center, from.Params[2].D(), from.Params[3].D(), from.Params[4].D());
+  } else {
+    overlay.FromROI(roi);
+  }
+  return overlay;
+}
+inline VemOverlay shown_as(const VemRegion& region, std::string*) {
+  VemRegion copy(region);
+  VemOverlay overlay;
+  overlay.GenRegion(copy);
+  return overlay;
+}
+inline VemOverlay shown_as(const VemContour& contour, std::string* reason) {
+  irregular_draft chain(points_of<VemPointArray>(contour));
+  return shape_of<VemOverlay>(chain, reason);
+}
+
+template <class Source>
+VemOverlay made_overlay(const Source& source) {
+  std::string reason;
+  VemOverlay overlay = shown_as(source, &reason);
+  if (!reason.empty()) throw std::invalid_argument("vem::overlay_of: " + reason);
+  return overlay;
+}
+
+#if __cplusplus >= 201703L
+template <class Source>
+std::optional<VemOverlay> tried_overlay(const Source& source) {
+  std::string reason;
+  VemOverlay overlay = shown_as(source, &reason);
+  return reason.empty() ? std::optional<VemOverlay>(overlay) : std::nullopt;
+}
+#endif
+
+}  // namespace detail
+/// @endcond
 
 /// A point.
 template <class Shape = VemROI>
@@ -161,7 +215,12 @@ inline VemOverlay poly_line(std::initializer_list<VemPoint> points) {
 
 /// An overlay: a text at a position. The font's Flag0 is not kept.
 inline VemOverlay text(const VemPoint& at, const char* text, const VemFont& font = VemFont()) {
-  return detail::made_shape<VemOverlay>(detail::text_draft{at, text, font});
+  return detail::made_shape<VemOverlay>(detail::text_draft{at, detail::span_of(text), font});
+}
+/// The same; a text with a zero byte within is refused.
+inline VemOverlay text(const VemPoint& at, const std::string& text,
+                       const VemFont& font = VemFont()) {
+  return detail::made_shape<VemOverlay>(detail::text_draft{at, detail::span_of(text), font});
 }
 
 /// A mask: runs on a canvas that must be at least 2 by 2, each list any range of integers. Lists
@@ -184,37 +243,11 @@ inline VemROI mask(const VemContourArray& contours, int width, int height) {
 /// An overlay that shows what a region of interest covers: its shape, or the runs of a mask, which
 /// VemOverlay::FromROI leaves out; an arc with its center as it is, which FromROI turns round.
 /// No shape is refused.
-inline VemOverlay overlay_of(const VemROI& roi) {
-  VemOverlay overlay;
-  VemPoint center;
-  double radius = 0, start_angle = 0, sweep_angle = 0;
-  if (roi.ROIType() == VemROIMask) {
-    VemRegion region = region_of(roi);
-    overlay.GenRegion(region);
-  } else if (roi.ROIType() == VemROIArc) {
-    roi.GetArc(&center, &radius, &start_angle, &sweep_angle);
-    overlay.GenArc(center, radius, start_angle, sweep_angle);
-  } else {
-    overlay.FromROI(roi);
-  }
-  if (overlay.OverlayType() == VemOverlayNone) {
-    throw std::invalid_argument("vem::overlay_of: the region of interest has no shape");
-  }
-  return overlay;
-}
+inline VemOverlay overlay_of(const VemROI& roi) { return detail::made_overlay(roi); }
 /// An overlay of a region: its canvas and its runs.
-inline VemOverlay overlay_of(const VemRegion& region) {
-  VemRegion copy(region);
-  VemOverlay overlay;
-  overlay.GenRegion(copy);
-  return overlay;
-}
-/// An overlay of a contour: an irregular chain.
-inline VemOverlay overlay_of(const VemContour& contour) {
-  VemOverlay overlay;
-  overlay.FromContour(contour);
-  return overlay;
-}
+inline VemOverlay overlay_of(const VemRegion& region) { return detail::made_overlay(region); }
+/// An overlay of a contour: an irregular chain, of at least 3 points as every chain.
+inline VemOverlay overlay_of(const VemContour& contour) { return detail::made_overlay(contour); }
 /// An overlay of an image at a position; the pixels are copied.
 inline VemOverlay overlay_of(const VemImage& image, const VemPoint& at) {
   VemImage shared(image);
@@ -224,25 +257,22 @@ inline VemOverlay overlay_of(const VemImage& image, const VemPoint& at) {
   return overlay;
 }
 
-/// The overlay with another pen: three colour components and a width.
+/// The overlay with another pen: three color components and a width.
 inline VemOverlay with_pen(VemOverlay overlay, long color0, long color1, long color2,
                            long width = 1) {
   overlay.SetPen(color0, color1, color2, width);
   return overlay;
 }
-/// The overlay with another brush: three colour components and a mode.
+/// The overlay with another brush: three color components and a mode.
 inline VemOverlay with_brush(VemOverlay overlay, long color0, long color1, long color2,
                              long mode = 0) {
   overlay.SetBrush(color0, color1, color2, mode);
   return overlay;
 }
 
-/// A font of a name, a size and a weight, all flags 0.
+/// A font of a name, a size and a weight, all flags 0. A name with a zero byte within is refused.
 inline VemFont font(const std::string& name, long size, long weight = 500) {
-  VemVar text = vem::value(name);
-  VemFont made(text, size);
-  made.Weight = weight;
-  return made;
+  return detail::made_shape<VemFont>(detail::font_draft{name, size, weight});
 }
 
 #if __cplusplus >= 201703L
@@ -374,7 +404,26 @@ inline std::optional<VemOverlay> try_poly_line(std::initializer_list<VemPoint> p
 /// What text makes, or nothing.
 inline std::optional<VemOverlay> try_text(const VemPoint& at, const char* text,
                                           const VemFont& font = VemFont()) {
-  return detail::tried_shape<VemOverlay>(detail::text_draft{at, text, font});
+  return detail::tried_shape<VemOverlay>(detail::text_draft{at, detail::span_of(text), font});
+}
+/// What text makes, or nothing.
+inline std::optional<VemOverlay> try_text(const VemPoint& at, const std::string& text,
+                                          const VemFont& font = VemFont()) {
+  return detail::tried_shape<VemOverlay>(detail::text_draft{at, detail::span_of(text), font});
+}
+
+/// What overlay_of makes, or nothing.
+inline std::optional<VemOverlay> try_overlay_of(const VemROI& roi) {
+  return detail::tried_overlay(roi);
+}
+/// What overlay_of makes, or nothing.
+inline std::optional<VemOverlay> try_overlay_of(const VemContour& contour) {
+  return detail::tried_overlay(contour);
+}
+
+/// What font makes, or nothing.
+inline std::optional<VemFont> try_font(const std::string& name, long size, long weight = 500) {
+  return detail::tried_shape<VemFont>(detail::font_draft{name, size, weight});
 }
 
 /// What mask makes, or nothing.

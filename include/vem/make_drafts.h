@@ -1,6 +1,7 @@
 #ifndef VEM_VEM_MAKE_DRAFTS_H_
 #define VEM_VEM_MAKE_DRAFTS_H_
 
+#include <cstring>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -30,6 +31,7 @@ namespace detail {
 inline bool has_shape(const VemROI& roi) { return roi.ROIType() != VemROINone; }
 inline bool has_shape(VemOverlay& overlay) { return overlay.OverlayType() != VemOverlayNone; }
 inline bool has_shape(const VemLine&) { return true; }
+inline bool has_shape(const VemFont&) { return true; }
 
 // Reasons, each empty where there is none. Not above also holds for what is no number.
 inline std::string unless(bool holds, const std::string& reason) {
@@ -48,6 +50,11 @@ inline std::string unless_between(const char* name, int number, int least, int m
 }
 inline std::string unless_count(int count) {
   return unless(count >= 2, "count is " + std::to_string(count) + ", not 2 or above");
+}
+inline std::string unless_whole(const char* name, text_span text) {
+  if (text.bytes == nullptr) return std::string("the ") + name + " is a null pointer";
+  return unless(std::memchr(text.bytes, '\0', text.length) == nullptr,
+                std::string("the ") + name + " has a zero byte within");
 }
 inline std::string first_of(const std::string& a, const std::string& b,
                             const std::string& c = std::string(),
@@ -241,11 +248,23 @@ struct poly_line_draft : chain_draft {
 
 struct text_draft {
   VemPoint at;
-  const char* text;
+  text_span text;
   VemFont font;
   static const char* name() { return "text"; }
-  std::string refusal() const { return unless(text != nullptr, "the text is a null pointer"); }
-  void generate(VemOverlay& shape) { shape.GenText(at, text, font); }
+  std::string refusal() const { return unless_whole("text", text); }
+  void generate(VemOverlay& shape) { shape.GenText(at, text.bytes, font); }
+};
+
+struct font_draft {
+  std::string face;
+  long size, weight;
+  static const char* name() { return "font"; }
+  std::string refusal() const { return unless_whole("name", span_of(face)); }
+  void generate(VemFont& font) {
+    VemVar text(face.c_str());
+    font = VemFont(text, size);
+    font.Weight = weight;
+  }
 };
 
 inline std::string unless_canvas(int width, int height, int least) {

@@ -5,14 +5,15 @@
 #include <cmath>
 #include <cstddef>
 #include <cstring>
+#include <exception>
+#include <new>
 #include <stdexcept>
 #include <string>
-#include <vector>
 #if __cplusplus >= 201703L
 #include <optional>
 #endif
 
-#include "VemContourArray.h"
+#include "IVemROIPara.h"
 #include "VemImage.h"
 #include "VemPoint.h"
 #include "VemPointArray.h"
@@ -20,7 +21,9 @@
 #include "VemROIType.h"
 #include "VemRegion.h"
 #include "VemTuple.h"
+#include "vem/line_rule.h"
 #include "vem/make_drafts.h"
+#include "vem/parts.h"
 #include "vem/range.h"
 
 /// Regions by value: of runs, of points, of a region of interest, of a mask image, of a drawing.
@@ -45,31 +48,42 @@ inline runs_draft runs_of_region(const VemRegion& region) {
   return runs;
 }
 
-// Why the runs of a line can't be told: the slope would be a fault of the processor. Its outline
-// holds its ends as the slope takes them.
-inline std::string line_refusal(const VemROI& roi) {
-  VemContourArray contours;
-  int width = 0, height = 0;
-  if (roi.ROIType() != VemROILine || !roi.GetMask(&contours, &width, &height)) return std::string();
-  const std::vector<VemPoint> ends = to_vector(contours[0]);
-  const long across = std::lround(ends[1].x - ends[0].x);
-  const long down = std::lround(ends[1].y - ends[0].y);
-  const long turn = 1L << 32;
-  if (across == 0) return "the line is vertical";
-  const bool faults = (across + 1) % turn == 0 && (down - INT_MIN) % turn == 0;
-  return faults ? "the line's slope is beyond the integers" : std::string();
+inline bool fits_int(double number) { return number > INT_MIN - 1.0 && number < INT_MAX + 1.0; }
+
+// Where the shape lies, or, since sums of large numbers wrap, counts as lying.
+inline std::string outside_refusal(const VemVarArray& numbers) {
+  for (const VemVar& number : numbers) {
+    if (!(std::fabs(number.D()) < 1 << 30)) {
+      return "the shape counts as left of or above the origin: " + digits(number.D()) +
+             " is too large for whole numbers";
+    }
+  }
+  return "the shape lies left of or above the origin";
+}
+
+inline std::string roi_refusal(const VemROI& roi) {
+  const IVemROIPara& from = parts(roi);
+  if (from.Type == VemROINone) return "the region of interest has no shape";
+  if (from.Type == VemROIPoint) return "a point has no runs";
+  if (from.Type != VemROIMask && from.Params.Length() == 0) return "the shape has lost its numbers";
+  const char* const fault = line_fault(roi);
+  return fault == nullptr ? std::string() : fault;
 }
 
 // The runs of the shape. Where there are none to be told, `reason` tells why.
 inline runs_draft runs_of_roi(const VemROI& roi, std::string* reason) {
   runs_draft runs = {VemVarArray(), VemVarArray(), VemVarArray(), 0, 0};
-  *reason = line_refusal(roi);
-  if (roi.ROIType() == VemROINone) *reason = "the region of interest has no shape";
-  if (roi.ROIType() == VemROIPoint) *reason = "a point has no runs";
+  *reason = roi_refusal(roi);
   if (!reason->empty()) return runs;
-  if (!roi.GetMask(&runs.rows, &runs.first_columns, &runs.last_columns, &runs.width,
-                   &runs.height)) {
-    *reason = "the shape lies left of or above the origin";
+  try {
+    if (!roi.GetMask(&runs.rows, &runs.first_columns, &runs.last_columns, &runs.width,
+                     &runs.height)) {
+      *reason = outside_refusal(parts(roi).Params);
+    }
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception&) {
+    *reason = "the canvas is beyond what integers can tell";
   }
   return runs;
 }
@@ -181,14 +195,33 @@ inline VemRegion coded(const std::string& drawing, std::string* reason) {
   const runs_draft runs = runs_of_drawing(drawing, reason);
   return region_of_runs(runs, reason);
 }
-inline VemRegion coded(const VemPointArray& points, std::string* reason) {
-  if (points.Length() == 0) {
-    *reason = "there are no points";
-    return VemRegion();
+// Why no canvas holds points, which all have coordinates of their own.
+inline std::string points_refusal(const VemPointArray& points) {
+  for (const VemPoint& point : points) {
+    if (!fits_int(point.x) || !fits_int(point.y)) {
+      return "no canvas holds the points: " + shown(point) + " is beyond the integers";
+    }
   }
+  return "no canvas holds the points: they lie in row 0 or above, or in column 0 or left of it";
+}
+
+// The largest int has no canvas.
+inline bool needs_too_much(const VemPointArray& points) {
+  for (const VemPoint& point : points) {
+    if ((point.x >= INT_MAX && fits_int(point.x)) || (point.y >= INT_MAX && fits_int(point.y))) {
+      return true;
+    }
+  }
+  return false;
+}
+
+inline VemRegion coded(const VemPointArray& points, std::string* reason) {
+  if (points.Length() == 0) *reason = "there are no points";
+  if (needs_too_much(points)) *reason = "the canvas is beyond what integers can tell";
+  if (!reason->empty()) return VemRegion();
   VemPointArray copy(points);
   VemRegion region(copy);
-  if (region.Width() == 0) *reason = "no canvas holds the points: they lie in row 0 or column 0";
+  if (region.Width() == 0) *reason = points_refusal(points);
   return region;
 }
 
@@ -213,15 +246,17 @@ std::optional<VemRegion> tried_region(const Source& source) {
 /// @endcond
 
 /// The pixels of a region of interest, as VemROI::GetMask tells them. Refused are no shape, a
-/// point, a shape wholly left of or above the origin, and a vertical line, which has no runs to be
-/// told.
+/// point, a shape without numbers, one wholly left of or above the origin or with a canvas that
+/// integers can't tell, and a line that is vertical in whole numbers, where GetMask is a fault of
+/// the processor.
 inline VemRegion region_of(const VemROI& roi) { return detail::made_region(roi); }
 /// The pixels of an image of one channel that are not zero, on a canvas of its size.
 inline VemRegion region_of(const VemImage& mask) { return detail::made_region(mask); }
 /// A drawing in characters, a line for each row: '#' is inside, '.' is not. The longest line tells
 /// the width.
 inline VemRegion region_of(const std::string& drawing) { return detail::made_region(drawing); }
-/// The pixels of points, as VemRegion has them.
+/// The pixels of points, as VemRegion has them. Refused are none, those that all lie in row 0 or
+/// above or in column 0 or left of it, and a coordinate of 2147483647.
 inline VemRegion region_of(const VemPointArray& points) { return detail::made_region(points); }
 /// Runs on a canvas that must be at least 1 by 1, each list any range of integers. Lists that
 /// differ in length are refused.

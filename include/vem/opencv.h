@@ -1,12 +1,12 @@
 #ifndef VEM_VEM_OPENCV_H_
 #define VEM_VEM_OPENCV_H_
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <limits>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #include <opencv2/core.hpp>
@@ -22,8 +22,11 @@
 #include "VemRegion.h"
 #include "VemRegionData.h"
 #include "VemTuple.h"
+#include "vem/array_traits.h"
+#include "vem/line_rule.h"
 #include "vem/parts.h"
 #include "vem/region.h"
+#include "vem/runs.h"
 
 /// OpenCV's points, rectangles, matrices and contours in and out of the classes.
 ///
@@ -207,8 +210,7 @@ VemContourArray contours_from_cv(const std::vector<std::vector<cv::Point_<Number
 
 /// The points of a contour, not rounded.
 inline std::vector<cv::Point2d> to_cv(const VemContour& contour) {
-  VemPointArray array;
-  const_cast<VemContour&>(contour).ToPointArray(&array);  // It changes nothing of the contour.
+  const VemPointArray array = detail::points_of<VemPointArray>(contour);
   std::vector<cv::Point2d> points;
   points.reserve(static_cast<std::size_t>(array.Length()));
   for (int i = 0; i < array.Length(); ++i) points.push_back(to_cv(array[i]));
@@ -240,33 +242,27 @@ inline std::vector<std::vector<cv::Point>> to_pixels(const VemContourArray& cont
 
 namespace opencv_detail {
 
-inline void paint(int row, int first, int last, cv::Mat& mask) {
-  if (row < 0 || row >= mask.rows) return;
-  if (first < 0) first = 0;
-  if (last >= mask.cols) last = mask.cols - 1;
-  if (first <= last)
-    std::memset(mask.ptr(row) + first, 255,
+// 255 in the pixels of runs, as far as they lie on the mask.
+class painter {
+ public:
+  explicit painter(cv::Mat& mask) : mask_(mask) {}
+  void operator()(int row, int first, int last) const {
+    std::memset(mask_.ptr(row) + first, 255,
                 static_cast<std::size_t>(last) - static_cast<std::size_t>(first) + 1);
+  }
+
+ private:
+  cv::Mat& mask_;
+};
+inline detail::clipped<painter> paint_on(cv::Mat& mask) {
+  return detail::clip(mask.cols, mask.rows, painter(mask));
 }
 
-// Of lists of unequal length the shortest counts.
-inline cv::Mat paint(VemVarArray& rows, VemVarArray& firsts, VemVarArray& lasts, int width,
-                     int height) {
+inline cv::Mat paint(const VemVarArray& rows, const VemVarArray& firsts, const VemVarArray& lasts,
+                     int width, int height) {
   cv::Mat mask = cv::Mat::zeros(height, width, CV_8UC1);
-  const int count = std::min({rows.Length(), firsts.Length(), lasts.Length()});
-  for (int i = 0; i < count; ++i) paint(rows[i].I(), firsts[i].I(), lasts[i].I(), mask);
+  detail::for_each_run(rows, firsts, lasts, paint_on(mask));
   return mask;
-}
-
-// GetMask divides by the width of a line in whole numbers, and so faults.
-inline bool divides_by_nothing(const VemROI& roi) {
-  const IVemROIPara& from = parts(roi);
-  if (from.Type != VemROILine) return false;
-  const unsigned width =
-      static_cast<unsigned>(from.Params[3].I()) - static_cast<unsigned>(from.Params[1].I());
-  const unsigned height =
-      static_cast<unsigned>(from.Params[2].I()) - static_cast<unsigned>(from.Params[0].I());
-  return width == 0 || (width == ~0u && height == 0x80000000u);
 }
 
 struct roi_runs {
@@ -278,7 +274,9 @@ struct roi_runs {
 };
 
 inline void read_runs(const VemROI& roi, roi_runs& runs) {
-  if (divides_by_nothing(roi)) throw std::invalid_argument("vem::to_mask: the line is vertical");
+  if (const char* const fault = detail::line_fault(roi)) {
+    throw std::invalid_argument(std::string("vem::to_mask: ") + fault);
+  }
   runs.width = 0;
   runs.height = 0;
   roi.GetMask(&runs.rows, &runs.firsts, &runs.lasts, &runs.width, &runs.height);
@@ -290,16 +288,17 @@ inline void read_runs(const VemROI& roi, roi_runs& runs) {
 /// negative size, as all forms do.
 inline cv::Mat to_mask(const pixel_set& set, int width, int height) {
   cv::Mat mask = cv::Mat::zeros(height, width, CV_8UC1);
+  const detail::clipped<opencv_detail::painter> paint = opencv_detail::paint_on(mask);
   for (std::size_t i = 0; i < set.run_count(); ++i) {
     const pixel_run run = set.run(i);
-    opencv_detail::paint(run.row, run.first_column, run.last_column, mask);
+    paint(run.row, run.first_column, run.last_column);
   }
   return mask;
 }
 
 /// The pixels of a region on a canvas of the caller's.
 inline cv::Mat to_mask(const VemRegion& region, int width, int height) {
-  VemRegionData& data = parts(const_cast<VemRegion&>(region));  // Its runs are read in place.
+  const VemRegionData& data = parts(region);
   return opencv_detail::paint(data.Rows, data.FirstColumns, data.LastColumns, width, height);
 }
 /// The pixels of a region on its own canvas.
@@ -308,14 +307,15 @@ inline cv::Mat to_mask(const VemRegion& region) {
 }
 
 /// The pixels of a region of interest as VemROI::GetMask tells them, on a canvas of the caller's. A
-/// point has none, and neither has no shape. A vertical line raises `std::invalid_argument`, where
-/// GetMask is a fault of the processor.
+/// point has none, neither has no shape, nor what lies left of or above the origin. A line that is
+/// vertical in whole numbers raises `std::invalid_argument`, where GetMask is a fault of the
+/// processor.
 inline cv::Mat to_mask(const VemROI& roi, int width, int height) {
   opencv_detail::roi_runs runs;
   opencv_detail::read_runs(roi, runs);
   return opencv_detail::paint(runs.rows, runs.firsts, runs.lasts, width, height);
 }
-/// The same on the canvas that GetMask tells, which is empty for a point and for no shape.
+/// The same on the canvas that GetMask tells, which is empty for all of these.
 inline cv::Mat to_mask(const VemROI& roi) {
   opencv_detail::roi_runs runs;
   opencv_detail::read_runs(roi, runs);

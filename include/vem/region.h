@@ -14,6 +14,7 @@
 #include "VemTuple.h"
 #include "VemVar.h"
 #include "vem/parts.h"
+#include "vem/runs.h"
 
 namespace vem {
 
@@ -58,7 +59,7 @@ struct pixel_sums {
   std::int64_t yy;     ///< Of the squares of their rows.
 };
 
-/// The mean squares of the distances from the centre, along x, along both, along y, in square
+/// The mean squares of the distances from the center, along x, along both, along y, in square
 /// pixels: what OpenCV calls mu20 / m00, mu11 / m00 and mu02 / m00.
 struct pixel_spread {
   double xx;  ///< Along x.
@@ -66,7 +67,7 @@ struct pixel_spread {
   double yy;  ///< Along y.
 };
 
-/// What most callers ask of a region: its area, its centre and its second moments.
+/// What most callers ask of a region: its area, its center and its second moments.
 struct pixel_measures {
   std::int64_t area;    ///< The number of pixels.
   VemPoint center;      ///< The mean of their coordinates; NaN of no pixels.
@@ -76,9 +77,9 @@ struct pixel_measures {
 /// A set of pixels, in its one normal form: runs by row, then by column, none of which overlap or
 /// touch. Two sets of the same pixels are equal, whatever runs they came from.
 ///
-/// Rows and columns are any int. Every operation is linear in the runs of what it reads, but for
-/// contains, which is logarithmic; making a set of runs that do not stand in order sorts them
-/// first. What throws is the allocator, and what is told.
+/// Rows and columns are any int. Every operation is linear in the runs of what it reads and makes,
+/// complement in the rows of the canvas too; but contains is logarithmic, and making a set of runs
+/// that do not stand in order sorts them first. What throws is the allocator, and what is told.
 ///
 /// Use a set from one thread at a time; reading it from several at once is safe.
 class pixel_set {
@@ -96,13 +97,10 @@ class pixel_set {
   /// length, the shortest counts; what is no integer is read as VemVar::I reads it.
   explicit pixel_set(const VemRegion& region) {
     const VemRegionData& data = parts(region);
-    // Read in place, which the const operator[] does not.
-    VemVarArray& rows = const_cast<VemVarArray&>(data.Rows);
-    VemVarArray& firsts = const_cast<VemVarArray&>(data.FirstColumns);
-    VemVarArray& lasts = const_cast<VemVarArray&>(data.LastColumns);
-    const int count = std::min({rows.Length(), firsts.Length(), lasts.Length()});
-    spans_.reserve(static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i) add(rows[i].I(), firsts[i].I(), lasts[i].I());
+    spans_.reserve(static_cast<std::size_t>(
+        detail::run_count(data.Rows, data.FirstColumns, data.LastColumns)));
+    detail::for_each_run(data.Rows, data.FirstColumns, data.LastColumns,
+                         [this](int row, int first, int last) { add(row, first, last); });
     normalize();
   }
   /// All pixels of a canvas; none where a side is not positive.
@@ -185,16 +183,17 @@ class pixel_set {
     return {narrow(s.count), narrow(s.x), narrow(s.y), narrow(s.xx), narrow(s.xy), narrow(s.yy)};
   }
 
-  /// The mean of the pixels' coordinates, from exact sums: rounded only when it becomes a double.
-  /// That of no pixels is NaN.
+  /// The mean of the pixels' coordinates. The sums are exact; rounded are the quotients, and what
+  /// they make with the corner of the bounding box. That of no pixels is NaN.
   VemPoint center() const {
     const pixel_box box = bounding_box();
     return center_of(relative_sums(box), box);
   }
 
-  /// The second moments about the centre. Up to a box of 32768 by 32768 pixels the sums and their
-  /// differences are exact, and each result is rounded once or twice; beyond, differences are taken
-  /// with the 64 digits of a long double. Those of no pixels are NaN.
+  /// The second moments about the center. Up to a box of 32768 by 32768 pixels the sums and their
+  /// differences are exact, and rounded are the difference, the square of the count and their
+  /// quotient; beyond, the differences are taken with the 64 bits of a long double. Those of no
+  /// pixels are NaN.
   pixel_spread spread() const {
     const pixel_box box = bounding_box();
     return spread_of(relative_sums(box), box);

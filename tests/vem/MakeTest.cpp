@@ -7,9 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include "IVemOverlay.h"
+
 namespace {
 
 const double kNaN = std::numeric_limits<double>::quiet_NaN();
+const double kInf = std::numeric_limits<double>::infinity();
 
 // What a call throws, or "" if it throws nothing.
 template <class Call>
@@ -155,7 +158,7 @@ TEST(VemMakeShape, IsAnOverlayOnDemand) {
       {vem::text({1, 2}, "label", font), VemOverlayText},
       {vem::overlay_of(VemImage(), {1, 2}), VemOverlayImage},
       {vem::overlay_of(VemRegion()), VemOverlayRegion},
-      {vem::overlay_of(VemContour()), VemOverlayIrregular},
+      {vem::overlay_of(vem::to<VemContour>({{1, 2}, {3, 4}, {5, 6}})), VemOverlayIrregular},
       {vem::overlay_of(vem::circle({12, 8}, 6)), VemOverlayCircle},
   };
   for (const auto& c : cases) EXPECT_EQ(VemOverlay(c.made).OverlayType(), c.expected);
@@ -314,8 +317,20 @@ TEST(VemMakeShape, TellsWhyItIsRefused) {
        "vem::mask: there are 2 rows, 1 first columns and 2 last columns"},
       {Thrown([] { vem::mask(VemContourArray(), 9, 1); }),
        "vem::mask: the canvas is 9 by 1, not 2 by 2 or larger"},
+      {Thrown([] {
+         vem::text({1, 2}, std::string("a\0b", 3));
+       }),
+       "vem::text: the text has a zero byte within"},
+      {Thrown([] { vem::font(std::string("a\0b", 3), 9); }),
+       "vem::font: the name has a zero byte within"},
       {Thrown([] { vem::overlay_of(VemROI()); }),
        "vem::overlay_of: the region of interest has no shape"},
+      {Thrown([] { vem::overlay_of(VemContour()); }),
+       "vem::overlay_of: there are 0 points, not 3 or more"},
+      {Thrown([] {
+         vem::overlay_of(vem::to<VemContour>({{1, 2}, {3, 4}}));
+       }),
+       "vem::overlay_of: there are 2 points, not 3 or more"},
   };
   for (const auto& c : cases) EXPECT_EQ(c.found, c.expected);
 }
@@ -354,6 +369,14 @@ TEST(VemMakeShape, IsTriedInPlaceOfAThrow) {
   EXPECT_TRUE(vem::try_poly_line(std::vector<VemPoint>(3)));
   EXPECT_FALSE(vem::try_text({1, 2}, nullptr));
   EXPECT_EQ(vem::try_text({1, 2}, "x")->OverlayType(), VemOverlayText);
+  EXPECT_EQ(vem::try_text({1, 2}, std::string("x"))->OverlayType(), VemOverlayText);
+  EXPECT_FALSE(vem::try_text({1, 2}, std::string("a\0b", 3)));
+  EXPECT_EQ(vem::try_overlay_of(vem::point({1, 2}))->OverlayType(), VemOverlayPoint);
+  EXPECT_FALSE(vem::try_overlay_of(VemROI()));
+  EXPECT_TRUE(vem::try_overlay_of(vem::to<VemContour>({{1, 2}, {3, 4}, {5, 6}})));
+  EXPECT_FALSE(vem::try_overlay_of(vem::to<VemContour>({{1, 2}})));
+  EXPECT_EQ(vem::try_font("Arial", 9, 700)->Weight, 700);
+  EXPECT_FALSE(vem::try_font(std::string("a\0b", 3), 9));
   EXPECT_FALSE(vem::try_mask(VemRegion()));
   EXPECT_FALSE(vem::try_mask(VemContourArray(), 1, 9));
   EXPECT_TRUE(vem::try_mask(vem::array(1), vem::array(1), vem::array(2), 9, 9));
@@ -389,6 +412,14 @@ TEST(VemMakeRegion, ComesOfRunsInTheirOrder) {
             "vem::region_of: there are 0 rows, 0 first columns and 1 last columns");
 }
 
+// A polygon that a generator from points has left without numbers.
+VemROI WithoutNumbers() {
+  VemROI roi = vem::polygon({{1, 2}, {3, 4}, {5, 6}});
+  VemPointArray none;
+  roi.GenPolygon(none);
+  return roi;
+}
+
 TEST(VemMakeRegion, ComesOfADrawing) {
   EXPECT_EQ(Shown(vem::region_of("#.##\n....\n.#")), "4x3 0:0-0 0:2-3 2:1-1");
   EXPECT_EQ(Shown(vem::region_of("..\n\n")), "2x2");
@@ -401,10 +432,12 @@ TEST(VemMakeRegion, ComesOfADrawing) {
 TEST(VemMakeRegion, ComesOfPoints) {
   EXPECT_EQ(Shown(vem::region_of(vem::to<VemPointArray>({{1.9, 2}, {2, 2}}))), "3x3 2:1-2");
   EXPECT_EQ(Thrown([] { vem::region_of(VemPointArray()); }), "vem::region_of: there are no points");
-  EXPECT_EQ(Thrown([] {
-              vem::region_of(vem::to<VemPointArray>({{3, 0}}));
-            }),
-            "vem::region_of: no canvas holds the points: they lie in row 0 or column 0");
+  EXPECT_EQ(
+      Thrown([] {
+        vem::region_of(vem::to<VemPointArray>({{3, 0}}));
+      }),
+      "vem::region_of: no canvas holds the points: they lie in row 0 or above, or in column 0 or "
+      "left of it");
 }
 
 template <class Pixel>
@@ -412,6 +445,17 @@ VemRegion RegionOf(std::vector<Pixel> pixels, VemImageType type) {
   const int width = static_cast<int>(pixels.size()) / 2;
   return vem::region_of(
       VemImage(reinterpret_cast<unsigned char*>(pixels.data()), 0, 2, width, 1, type));
+}
+
+TEST(VemMakeRegion, TellsWhyPointsHaveNoCanvas) {
+  EXPECT_EQ(Thrown([] {
+              vem::region_of(vem::to<VemPointArray>({{kNaN, 5}}));
+            }),
+            "vem::region_of: no canvas holds the points: (nan, 5) is beyond the integers");
+  EXPECT_EQ(Thrown([] {
+              vem::region_of(vem::to<VemPointArray>({{3, 2147483647}}));
+            }),
+            "vem::region_of: the canvas is beyond what integers can tell");
 }
 
 TEST(VemMakeRegion, ComesOfAMaskImage) {
@@ -448,6 +492,26 @@ TEST(VemMakeRegion, TellsWhyAShapeHasNoRuns) {
               vem::region_of(vem::line({5, 2147483647.0}, {4, -1.0}));
             }),
             "vem::region_of: the line's slope is beyond the integers");
+  EXPECT_EQ(Thrown([] {
+              vem::region_of(vem::line({-5, -9}, {-5, -1}));
+            }),
+            "vem::region_of: the shape lies left of or above the origin");
+  EXPECT_EQ(Thrown([] {
+              vem::region_of(vem::circle({9, 9}, kInf));
+            }),
+            "vem::region_of: the shape counts as left of or above the origin: inf is too large for "
+            "whole numbers");
+  EXPECT_EQ(Thrown([] { vem::region_of(WithoutNumbers()); }),
+            "vem::region_of: the shape has lost its numbers");
+  EXPECT_EQ(Thrown([] {
+              vem::region_of(vem::polygon({{-3, 0}, {2147483647, 0}, {2147483647, 9}}));
+            }),
+            "vem::region_of: the shape counts as left of or above the origin: 2147483647 is too "
+            "large for whole numbers");
+  EXPECT_EQ(Thrown([] {
+              vem::region_of(vem::torus({0, 0}, 1, 2e9, 0, 360));
+            }),
+            "vem::region_of: the canvas is beyond what integers can tell");
   EXPECT_EQ(Shown(vem::region_of(vem::line({0, 0}, {4, 1}))), "5x2");
   EXPECT_EQ(Shown(vem::region_of(vem::line({1, 0}, {0, 1}))), "2x2 0:1-1 1:0-0");
 }
@@ -467,6 +531,11 @@ TEST(VemMakeOverlay, KeepsTheCenterOfAnArc) {
   EXPECT_TRUE(overlay.GetArc(&center, &radius, &startAngle, &sweepAngle));
   EXPECT_EQ((std::vector<double>{center.x, center.y, radius, startAngle, sweepAngle}),
             (std::vector<double>{20, 10, 5, 30, 60}));
+}
+
+TEST(VemMakeOverlay, RoundsNothingOfAnArc) {
+  const VemOverlay overlay = vem::overlay_of(vem::arc({16777217, 0.1}, 0.3, 30.7, 0));
+  EXPECT_TRUE(vem::parts(overlay).Params == vem::array(16777217.0, 0.1, 0.3, 30.7, 0.0));
 }
 
 TEST(VemMakeOverlay, TakesPenAndBrush) {

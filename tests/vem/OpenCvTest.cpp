@@ -256,6 +256,12 @@ TEST(VemOpenCvMask, VerticalLinesRaise) {
   VemPoint bottom(-1, -2147483648.0);
   roi.GenLine(top, bottom);
   EXPECT_THROW(vem::to_mask(roi, 5, 5), std::invalid_argument);
+  // Left of the origin GetMask gives false, and divides by nothing.
+  VemPoint above(-5, -9);
+  VemPoint below(-5, -1);
+  roi.GenLine(above, below);
+  EXPECT_TRUE(vem::to_mask(roi).empty());
+  EXPECT_EQ(cv::countNonZero(vem::to_mask(roi, 5, 5)), 0);
   VemPoint p3(8, 9);
   VemPoint p4(10, 15);
   roi.GenLine(p3, p4);
