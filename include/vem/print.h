@@ -3,8 +3,10 @@
 
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <functional>
 #include <ostream>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 
@@ -15,55 +17,65 @@
 #include "VemPoint.h"
 #include "VemROI.h"
 #include "VemRegion.h"
+#include "VemRegionData.h"
 #include "vem/make_regions.h"
+#include "vem/parts.h"
 #include "vem/print_facts.h"
 #include "vem/print_lines.h"
 #include "vem/range.h"
+#include "vem/runs.h"
 #include "vem/value.h"
 
 /// Every class on a stream, in a failed test and in fmt; equality and hashes; masks in characters.
 ///
-/// `out << value` prints in one line. A text alone stands as it is, within a list in quotes;
-/// nothing is "none". Numbers have the shortest digits that read back, unless the stream has a
-/// precision or a notation of its own. Fields that nothing writes by default, as the numbers of
-/// code records, are not printed. GoogleTest takes the same, and draws small regions and regions of
-/// interest; a test program includes this header wherever it compares these classes, or nowhere.
-/// Where fmt/core.h or fmt/format.h is included before this header, `fmt::format("{:>20}", value)`
-/// works for every class too.
+/// `out << value` prints in one line. A text alone stands as it is, within a list in quotes with
+/// its own quotes and what does not print escaped; nothing is "none". Numbers have the shortest
+/// digits that read back, unless the stream has a precision or a notation of its own. Fields that
+/// nothing writes by default, as the numbers of code records, are not printed. GoogleTest takes the
+/// same, and draws small regions and regions of interest; a test program includes this header
+/// wherever it compares these classes, or nowhere. Where fmt/core.h or fmt/format.h is included
+/// before this header, `fmt::format("{:>20}", value)` works for every class too.
+///
+/// It reads overlays and regions where they stand, and so needs OpenCV's include path.
 ///
 /// `==` and `!=` compare points, lines, circles, contours, regions, regions of interest, overlays
 /// and the arrays of these by all that can be read of them: regions by canvas and runs in their
-/// order, not by pixels, and without their outlines; shapes by kind and by the numbers that their
-/// readers tell, coordinates thus mostly rounded to float; overlays by pen, brush, text, font and
-/// pixels too. NaN equals nothing. `std::hash` is there for points, regions, regions of interest
-/// and overlays.
+/// order, not by pixels, and without their outlines; shapes by kind and by their numbers as they
+/// were set, which the readers round; overlays by pen, brush, text, font and pixels too. What an
+/// object carries along under a type that does not show it is not compared. NaN equals nothing.
+/// `std::hash` is there for points, regions, regions of interest and overlays.
 ///
 /// The operators stand in the global namespace, where the compiler looks for those of a global
 /// class. They are templates: one of a program's own for the same class is the better match.
 namespace vem {
 
+/// @cond
+namespace detail {
+constexpr std::size_t most_characters = std::size_t{1} << 28;
+}  // namespace detail
+/// @endcond
+
 /// The pixels of a region on its canvas, a line for each row: '#' is inside, '.' is not. What lies
-/// outside the canvas is left out.
+/// outside the canvas is left out. A canvas of more than 2^28 characters, ends of lines among them,
+/// throws `std::invalid_argument`.
 inline std::string drawing(const VemRegion& region) {
-  const detail::runs_draft runs = detail::runs_of_region(region);
-  if (runs.width <= 0 || runs.height <= 0) return std::string();
-  const std::size_t width = static_cast<std::size_t>(runs.width);
-  std::string line(width + 1, '.');
-  line[width] = '\n';
-  std::string picture;
-  for (int row = 0; row < runs.height; ++row) picture += line;
-  const int count = runs.rows.Length();
-  for (int i = 0; i < count && i < runs.first_columns.Length() && i < runs.last_columns.Length();
-       ++i) {
-    const int row = runs.rows[i].I();
-    if (row < 0 || row >= runs.height) continue;
-    const int first = runs.first_columns[i].I() < 0 ? 0 : runs.first_columns[i].I();
-    const int last =
-        runs.last_columns[i].I() >= runs.width ? runs.width - 1 : runs.last_columns[i].I();
-    for (int column = first; column <= last; ++column) {
-      picture[static_cast<std::size_t>(row) * (width + 1) + static_cast<std::size_t>(column)] = '#';
-    }
+  const VemRegionData& data = parts(region);
+  if (data.Width <= 0 || data.Height <= 0) return std::string();
+  const std::size_t line = static_cast<std::size_t>(data.Width) + 1;
+  const std::size_t height = static_cast<std::size_t>(data.Height);
+  if (height > detail::most_characters / line) {
+    throw std::invalid_argument("vem::drawing: the canvas is " + std::to_string(data.Width) +
+                                " by " + std::to_string(data.Height) +
+                                ", more than 268435456 characters");
   }
+  std::string picture(line * height, '.');
+  for (std::size_t row = 1; row <= height; ++row) picture[row * line - 1] = '\n';
+  const auto draw = [&picture, line](int row, int first, int last) {
+    std::memset(&picture[static_cast<std::size_t>(row) * line + static_cast<std::size_t>(first)],
+                '#', static_cast<std::size_t>(last - first) + 1);
+  };
+  detail::for_each_run(data.Rows, data.FirstColumns, data.LastColumns,
+                       detail::clip(data.Width, data.Height, draw));
   return picture;
 }
 /// The pixels of a region of interest, as region_of takes it; `std::invalid_argument` as there.
@@ -117,12 +129,8 @@ inline std::string small_drawing(const VemRegion& region) {
 }
 // Large numbers could make a shape of many runs.
 inline std::string small_drawing(const VemROI& roi) {
-  const facts found = facts_of(roi);
-  for (const fact& one : found.numbers) {
-    if (!(std::fabs(one.first) <= 1000 && std::fabs(one.second) <= 1000)) return std::string();
-  }
-  for (const VemPoint& point : found.points) {
-    if (!(std::fabs(point.x) <= 1000 && std::fabs(point.y) <= 1000)) return std::string();
+  for (const VemVar& number : parts(roi).Params) {
+    if (!(std::fabs(number.D()) <= 1000)) return std::string();
   }
   std::string reason;
   const VemRegion region = coded(roi, &reason);

@@ -2,14 +2,16 @@
 #define VEM_VEM_PRINT_LINES_H_
 
 #include <cstddef>
-#include <cstdio>
-#include <cstdlib>
+#include <initializer_list>
 #include <ios>
 #include <locale>
 #include <ostream>
 #include <sstream>
 #include <string>
 #include <type_traits>
+#include <vector>
+
+#include <opencv2/core.hpp>
 
 #include "Vem1DCode.h"
 #include "Vem1DCodeArray.h"
@@ -48,8 +50,10 @@
 #include "VemVCode.h"
 #include "VemVCodeArray.h"
 #include "VemVar.h"
+#include "vem/depth.h"
 #include "vem/print_facts.h"
 #include "vem/range.h"
+#include "vem/shapes.h"
 #include "vem/value.h"
 
 /// Every class in one line, as vem/print.h prints it.
@@ -58,40 +62,27 @@
 namespace vem {
 namespace detail {
 
-inline std::string float_digits(float number) {
-  char text[32];
-  for (int precision = 6; precision <= 9; ++precision) {
-    std::snprintf(text, sizeof text, "%.*g", precision, static_cast<double>(number));
-    const float back = std::strtof(text, nullptr);
-    if (back >= number && back <= number) break;
-  }
-  return text;
-}
-
 inline bool is_plain(const std::ostream& out) {
   return out.precision() == 6 && (out.flags() & std::ios_base::floatfield) == 0;
 }
-inline void print_number(std::ostream& out, double number) {
+// A float has the digits that a float needs.
+template <class Number>
+void print_number(std::ostream& out, Number number) {
   if (is_plain(out)) {
     out << digits(number);
   } else {
     out << number;
   }
 }
-// A reader's coordinate that is a float is printed with the digits that a float needs.
-inline void print_coordinate(std::ostream& out, double number) {
-  const double rounded = static_cast<double>(static_cast<float>(number));
-  if (is_plain(out) && same(rounded, number)) {
-    out << float_digits(static_cast<float>(number));
-  } else {
+
+template <class Number>
+void print_tuple(std::ostream& out, std::initializer_list<Number> numbers) {
+  const char* separator = "(";
+  for (Number number : numbers) {
+    out << separator;
     print_number(out, number);
+    separator = ", ";
   }
-}
-inline void print_pair(std::ostream& out, double first, double second) {
-  out << '(';
-  print_coordinate(out, first);
-  out << ", ";
-  print_coordinate(out, second);
   out << ')';
 }
 
@@ -122,7 +113,7 @@ struct printer<VemVar> {
         print_number(out, value.D());
         break;
       case VemVarString:
-        out << '"' << value.S() << '"';
+        out << quoted(value.S());
         break;
       default:
         out << "none";
@@ -159,29 +150,19 @@ struct printer<A, if_true<is_array_class<A>::value>> {
 template <>
 struct printer<VemPoint> {
   static void print(std::ostream& out, const VemPoint& point) {
-    out << '(';
-    print_number(out, point.x);
-    out << ", ";
-    print_number(out, point.y);
-    out << ')';
+    print_tuple(out, {point.x, point.y});
   }
 };
 template <>
 struct printer<Vem3DPoint> {
   static void print(std::ostream& out, const Vem3DPoint& point) {
-    out << '(';
-    print_number(out, point.x);
-    out << ", ";
-    print_number(out, point.y);
-    out << ", ";
-    print_number(out, point.z);
-    out << ')';
+    print_tuple(out, {point.x, point.y, point.z});
   }
 };
 template <>
 struct printer<VemFeaturePoint> {
   static void print(std::ostream& out, const VemFeaturePoint& point) {
-    print_pair(out, static_cast<double>(point.x), static_cast<double>(point.y));
+    print_tuple(out, {point.x, point.y});
   }
 };
 template <>
@@ -215,23 +196,24 @@ struct printer<VemFont> {
   }
 };
 
-inline const char* depth_name(int depth) {
-  static const char* const names[] = {"8U", "8S", "16U", "16S", "32S", "32F", "64F"};
-  return depth >= 0 && depth < 7 ? names[depth] : "?";
+inline const char* shown_depth(int depth) {
+  return depth_name(depth) != nullptr ? depth_name(depth) : "?";
+}
+inline void print_raster(std::ostream& out, int width, int height, int depth, int channels) {
+  out << width << 'x' << height << ' ' << shown_depth(depth) << ' ' << channels;
 }
 
 template <>
 struct printer<VemImage> {
   static void print(std::ostream& out, const VemImage& image) {
-    out << image.Width() << 'x' << image.Height() << ' ' << depth_name(image.BitDepth()) << ' '
-        << image.Channels();
+    print_raster(out, image.Width(), image.Height(), image.BitDepth(), image.Channels());
   }
 };
 // Select changes nothing, though it is not const; nor does QueryInfo below.
 template <>
 struct printer<VemMatrix> {
   static void print(std::ostream& out, const VemMatrix& matrix) {
-    out << matrix.Rows() << 'x' << matrix.Cols() << ' ' << depth_name(matrix.Type());
+    out << matrix.Rows() << 'x' << matrix.Cols() << ' ' << shown_depth(matrix.Type());
     if (long{matrix.Rows()} * matrix.Cols() > 100) return;
     out << " [";
     for (int row = 0; row < matrix.Rows(); ++row) {
@@ -262,53 +244,79 @@ struct printer<VemMorphStructure> {
   }
 };
 
-inline void print_runs(std::ostream& out, const runs_draft& runs) {
+inline void print_runs(std::ostream& out, const runs_in_place& runs) {
   const int limit = 8;
-  const int count = runs.rows.Length();
+  const int count = runs.rows->Length();
   out << ' ' << runs.width << 'x' << runs.height;
   for (int i = 0; i < count && i < limit; ++i) {
     out << (i == 0 ? ": " : ", ");
-    print_element(out, runs.rows[i]);
+    print_element(out, (*runs.rows)[i]);
     out << ':';
-    print_element(out, i < runs.first_columns.Length() ? runs.first_columns[i] : VemVar());
+    print_element(out, (*runs.first_columns)[i]);
     out << '-';
-    print_element(out, i < runs.last_columns.Length() ? runs.last_columns[i] : VemVar());
+    print_element(out, (*runs.last_columns)[i]);
   }
   if (count > limit) out << " and " << count - limit << " more runs";
 }
 
-inline void print_facts(std::ostream& out, const facts& found) {
-  const char* separator = " ";
-  out << found.kind;
-  for (const VemVar& value : found.values) {
-    out << separator;
-    print_element(out, value);
-    separator = ", ";
+inline void print_chain(std::ostream& out, const VemVarArray& numbers) {
+  std::vector<VemPoint> points;
+  for (int i = 0; i + 1 < numbers.Length(); i += 2) {
+    points.push_back(stored_point(member::chain, numbers, i));
   }
-  for (const fact& one : found.numbers) {
-    out << separator << one.name << ' ';
-    if (one.is_point) {
-      print_pair(out, one.first, one.second);
+  out << ' ';
+  print_list(out, points);
+}
+
+// The members of a shape, each behind its name; numbers that no generator stores as a list.
+inline void print_shape(std::ostream& out, const shape& form, const VemVarArray& numbers) {
+  if (!fits(form, numbers)) {
+    out << ' ';
+    return print_list(out, numbers);
+  }
+  int next = 0;
+  for (const shape::part& part : form.parts) {
+    if (part.kind == member::none) break;
+    if (part.kind == member::chain) return print_chain(out, numbers);
+    out << (next == 0 ? " " : ", ") << (part.key == std::string("point") ? "at" : part.key) << ' ';
+    if (is_point(part.kind)) {
+      print_to(out, stored_point(part.kind, numbers, next));
     } else {
-      print_number(out, one.first);
+      print_element(out, numbers[next]);
     }
-    separator = ", ";
+    next += stored_count(part.kind);
   }
-  if (found.is_chain) {
-    out << " [";
-    const char* comma = "";
-    for (const VemPoint& point : found.points) {
-      out << comma;
-      print_pair(out, point.x, point.y);
-      comma = ", ";
-    }
-    out << ']';
+}
+
+inline void print_text(std::ostream& out, const VemVarArray& numbers) {
+  out << ' ';
+  print_element(out, numbers[2]);
+  out << ", ";
+  print_element(out, numbers[8]);
+  out << ", at ";
+  print_to(out, stored_point(member::point, numbers, 0));
+  const char* const names[] = {", size ", ", weight ", ", flag1 ", ", flag2 ", ", flag3 "};
+  for (int i = 0; i < 5; ++i) {
+    out << names[i];
+    print_element(out, numbers[3 + i]);
   }
-  if (found.image.Width() > 0) {
+}
+
+inline void print_facts(std::ostream& out, const facts& found) {
+  out << found.kind;
+  if (found.form != nullptr) {
+    print_shape(out, *found.form, *found.numbers);
+  } else if (found.image != nullptr) {
+    const cv::Mat& image = *found.image;
+    out << " at ";
+    print_to(out, stored_point(member::point_x_first, *found.numbers, 0));
     out << ", ";
-    print_to(out, found.image);
+    print_raster(out, image.cols, image.rows, image.depth(), image.channels());
+  } else if (found.runs.rows != nullptr) {
+    print_runs(out, found.runs);
+  } else if (found.numbers != nullptr) {
+    print_text(out, *found.numbers);
   }
-  if (found.has_runs) print_runs(out, found.runs);
 }
 
 template <>

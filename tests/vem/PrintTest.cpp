@@ -50,6 +50,9 @@ TEST(VemPrintLine, TellsWhatAValueHolds) {
       {Line(VemVar()), "none"},
       {Line(vem::array(1, 2.5, "x", VemVar())), "[1, 2.5, \"x\", none]"},
       {Line(VemVarArray()), "[]"},
+      {Line(VemVar("a \"b\"\n")), "a \"b\"\n"},
+      {Line(vem::array("a \"b\"", "c\\d\n")), "[\"a \\\"b\\\"\", \"c\\\\d\\n\"]"},
+      {Line(VemVar(5e-324)), "5e-324"},
       {Line(vem::to<Vem2DVarArray>({vem::array(1, 2), vem::array()})), "[[1, 2], []]"},
       {Line(VemPoint(1, 2.5)), "(1, 2.5)"},
       {Line(VemPoint(kNaN, -0.0)), "(nan, -0)"},
@@ -191,6 +194,21 @@ TEST(VemPrintDrawing, ShowsTheMaskOnItsCanvas) {
   EXPECT_THROW(vem::drawing(VemROI()), std::invalid_argument);
 }
 
+TEST(VemPrintDrawing, RefusesACanvasThatNobodyReads) {
+  const int most = 2147483647;
+  const VemVarArray none;
+  EXPECT_EQ(vem::drawing(vem::mask(none, none, none, 16383, 16384)).size(), 268435456u);
+  EXPECT_THROW(vem::drawing(vem::mask(none, none, none, 16384, 16384)), std::invalid_argument);
+  try {
+    vem::drawing(vem::mask(none, none, none, most, most));
+    FAIL();
+  } catch (const std::invalid_argument& error) {
+    EXPECT_STREQ(error.what(),
+                 "vem::drawing: the canvas is 2147483647 by 2147483647, more than 268435456 "
+                 "characters");
+  }
+}
+
 TEST(VemPrintDrawing, LeavesOutWhatLiesOutside) {
   const VemRegion region = vem::region_of(3, 2, vem::array(-1, 0, 1, 2, 1),
                                           vem::array(0, -5, 2, 0, 7), vem::array(2, 0, 9, 2, 9));
@@ -210,6 +228,10 @@ TEST(VemPrintTo, ShowsTextsInQuotesAndSmallMasksAsDrawings) {
   EXPECT_EQ(PrintToString(vem::circle({0, 0}, 1e9)), "circle center (0, 0), radius 1000000000");
   EXPECT_EQ(PrintToString(vem::line({3, 0}, {3, 9})), "line p1 (3, 0), p2 (3, 9)");
   EXPECT_EQ(PrintToString(VemROI()), "none");
+  VemROI lost = vem::polygon({{1, 2}, {3, 4}, {5, 6}});
+  VemPointArray none;
+  lost.GenPolygon(none);
+  EXPECT_EQ(PrintToString(lost), "polygon []");
 }
 
 // Whether values are equal, tested both ways round; equal ones have one hash.
@@ -275,6 +297,39 @@ TEST(VemPrintEquality, TellsEveryShapeFromEveryOther) {
     }
   }
   EXPECT_EQ(std::unordered_set<VemROI>(shapes.begin(), shapes.end()).size(), shapes.size());
+}
+
+// The readers round all of these to the same floats.
+TEST(VemPrintEquality, RoundsNoNumbers) {
+  const double a = 16777216, b = 16777217;
+  EXPECT_FALSE(Equal(vem::point({a, 0}), vem::point({b, 0})));
+  EXPECT_FALSE(Equal(vem::circle({0, a}, 3), vem::circle({0, b}, 3)));
+  EXPECT_FALSE(
+      Equal(vem::polygon({{a, 2}, {3, 4}, {5, 6}}), vem::polygon({{b, 2}, {3, 4}, {5, 6}})));
+  EXPECT_FALSE(
+      Equal(vem::rect1<VemOverlay>({0, 0}, {a, 1}), vem::rect1<VemOverlay>({0, 0}, {b, 1})));
+  EXPECT_FALSE(
+      Equal(vem::rake_rect2({0, 0}, a, 1, 0, 0, 2), vem::rake_rect2({0, 0}, b, 1, 0, 0, 2)));
+  EXPECT_FALSE(Equal(vem::text({a, 0}, "x"), vem::text({b, 0}, "x")));
+  EXPECT_NE(std::hash<VemROI>()(vem::point({a, 0})), std::hash<VemROI>()(vem::point({b, 0})));
+  EXPECT_TRUE(Equal(vem::point({b, 0.0}), vem::point({b, -0.0})));
+  EXPECT_FALSE(Equal(vem::point({kNaN, 0}), vem::point({kNaN, 0})));
+  EXPECT_EQ(Line(vem::point({b, 0.1})), "point at (16777217, 0.1)");
+}
+
+// Numbers, runs and pixels that another type has left behind.
+TEST(VemPrintEquality, LooksAtNothingThatIsCarriedAlong) {
+  VemOverlay left = vem::circle<VemOverlay>({9, 9}, 3);
+  left.FromROI(VemROI());
+  EXPECT_TRUE(Equal(left, VemOverlay()));
+  VemOverlay region = vem::overlay_of(vem::region_of("##"));
+  VemPoint at(1, 2);
+  region.GenPoint(at);
+  EXPECT_TRUE(Equal(region, vem::point<VemOverlay>({1, 2})));
+  VemROI mask = vem::mask(vem::region_of("##\n##"));
+  VemPointArray chain = vem::to<VemPointArray>({{1, 2}, {3, 4}, {5, 6}});
+  mask.GenPolygon(chain);
+  EXPECT_TRUE(Equal(mask, vem::polygon({{1, 2}, {3, 4}, {5, 6}})));
 }
 
 TEST(VemPrintEquality, TellsEveryOverlayFromEveryOther) {
