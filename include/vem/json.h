@@ -1,12 +1,12 @@
 #ifndef VEM_VEM_JSON_H_
 #define VEM_VEM_JSON_H_
 
+#include <cstring>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <type_traits>
 #include <utility>
 
-#include "VemMorphStructure.h"
 #include "vem/json_node.h"
 #include "vem/json_overlays.h"
 #include "vem/json_rasters.h"
@@ -15,7 +15,7 @@
 #include "vem/json_shapes.h"
 #include "vem/json_values.h"
 
-/// Every class to JSON and back, through nlohmann-json:
+/// Every class to JSON and back, through nlohmann-json; needs OpenCV's core, for pixels:
 ///
 ///     nlohmann::json document = vem::to_json(roi);
 ///     VemROI again = vem::from_json<VemROI>(document);
@@ -56,11 +56,11 @@ inline void test_head(const node& document, const char* name) {
   const json& value = document.value();
   const json::const_iterator version = value.find("version");
   if (version == value.end()) document.fail("version", "is missing");
-  if (*version != json_version) {
+  if (!version->is_number_integer() || *version != json_version) {
     document.fail("version", "expected version " + std::to_string(json_version));
   }
   const json::const_iterator told = value.find("class");
-  if (told != value.end() && *told != name) {
+  if (told != value.end() && !is_named(*told, name)) {
     document.fail("class", std::string("expected \"") + name + '"');
   }
 }
@@ -74,6 +74,16 @@ void read_document(const node& document, T& value) {
   object.finish();
 }
 
+// By memory: what points into an object of the library stands behind it, never in it. Assigning
+// could throw halfway, would keep a region's outlines, and would lose a custom structure's values.
+template <typename T>
+void exchange(T& a, T& b) {
+  unsigned char bytes[sizeof(T)];
+  std::memcpy(bytes, static_cast<const void*>(&a), sizeof(T));
+  std::memcpy(static_cast<void*>(&a), static_cast<const void*>(&b), sizeof(T));
+  std::memcpy(static_cast<void*>(&b), bytes, sizeof(T));
+}
+
 }  // namespace json_detail
 
 /// Whether T is a class of the library that stands in JSON, as `value`.
@@ -81,7 +91,8 @@ template <typename T>
 struct is_json_class : std::integral_constant<bool, json_detail::has_name<T>::value> {};
 
 /// The document of a value. Raises `std::invalid_argument` for what no document can tell: a raster
-/// of more than two dimensions or of no known depth.
+/// of more than two dimensions or of no known depth, and numbers of a shape that neither its
+/// generator nor another operation of the class stores, but who writes through vem::parts.
 template <typename T>
 nlohmann::json to_json(const T& value) {
   static_assert(is_json_class<T>::value, "vem::to_json takes the classes of the library");
@@ -98,27 +109,17 @@ nlohmann::json to_json(const T& value) {
   return document;
 }
 
-/// Reads a document into `value`, which stays as it was where that fails. Raises json_error, a
-/// `std::invalid_argument`, with the place of the first fault: a field that is missing, of the
-/// wrong kind or refused by the class, or one that is not known. "version" must be there; "class"
-/// may be left out. Memory is asked for only as much as the document itself takes, times a
-/// constant.
+/// Reads a document into `value`, which stays as it was where anything is thrown. Raises
+/// json_error, a `std::invalid_argument`, with the place of the first fault: a field that is
+/// missing, of the wrong kind or refused by the class, or one that is not known. "version" must be
+/// there; "class" may be left out. Memory is asked for only as much as the document itself takes,
+/// times a constant.
 template <typename T>
 typename std::enable_if<is_json_class<T>::value>::type from_json(const nlohmann::json& document,
                                                                  T& value) {
   T fresh;
   json_detail::read_document(json_detail::node(document), fresh);
-  value = fresh;
-}
-
-/// The same in place, since a copy of a custom structure loses values.
-inline void from_json(const nlohmann::json& document, VemMorphStructure& value) {
-  json_detail::read_document(json_detail::node(document), value);
-}
-
-/// The same for a region, whose assignment would keep old outlines.
-inline void from_json(const nlohmann::json& document, VemRegion& value) {
-  json_detail::read_document(json_detail::node(document), value);
+  json_detail::exchange(fresh, value);
 }
 
 /// The value of a document. A VemMorphStructure must be read this way into a new object only, or

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "vem/array_traits.h"
+
 /// What the readers and writers of vem/json.h stand on: places in a document, errors that name
 /// them, numbers, texts and bytes.
 
@@ -126,6 +128,11 @@ class object_reader {
   const node& place_;
   std::vector<const char*> asked_;
 };
+
+// Compared as a text: json's own == with a literal ends the process where memory is short.
+inline bool is_named(const json& value, const char* name) {
+  return value.is_string() && value.get_ref<const json::string_t&>() == name;
+}
 
 // --- Bytes as base64: the plain alphabet, padded, without line breaks ---
 
@@ -395,7 +402,7 @@ T read_number(const node& place) {
 ///
 /// A class has a name(), and a key() under which its value stands in a document of its own, null
 /// where the value is an object whose members stand in the document themselves.
-template <typename T>
+template <typename T, typename = void>
 struct form {};
 
 template <typename T>
@@ -429,8 +436,9 @@ class field_writer {
  public:
   explicit field_writer(json& object) : object_(object) {}
   template <typename Field>
-  void operator()(const char* key, const Field& field) {
+  field_writer& operator()(const char* key, const Field& field) {
     object_[key] = form<Field>::write(field);
+    return *this;
   }
 
  private:
@@ -442,8 +450,9 @@ class field_reader {
  public:
   explicit field_reader(object_reader& object) : object_(object) {}
   template <typename Field>
-  void operator()(const char* key, Field& field) {
+  field_reader& operator()(const char* key, Field& field) {
     form<Field>::read(object_[key], field);
+    return *this;
   }
 
  private:
@@ -468,28 +477,45 @@ struct record_form {
   }
 };
 
-/// The form of an array whose elements Select copies out and Append copies in.
-template <typename Array, typename Element>
-struct array_form {
+/// The name of an array class, and the key under which the list stands in a document of its own.
+struct list_names {
+  const char* name;
+  const char* key;
+};
+
+/// Stands for an array class where names_of is asked for its names.
+template <typename Array>
+struct list_of {};
+
+/// The form of an array.
+template <typename Array>
+struct list_form {
+  using element = detail::element_of<Array>;
+
+  static const char* name() { return names_of(list_of<Array>()).name; }
+  static const char* key() { return names_of(list_of<Array>()).key; }
+
   static json write(const Array& array) {
+    Array& elements = const_cast<Array&>(array);  // What is not const reads alone, but in place.
     json list = json::array();
-    for (int i = 0; i < array.Length(); ++i) {
-      Element element;
-      array.Select(i, &element);
-      list.push_back(form<Element>::write(element));
-    }
+    const int count = detail::count_of(array);
+    for (int i = 0; i < count; ++i) list.push_back(form<element>::write(elements[i]));
     return list;
   }
   static void read(const node& place, Array& array) {
     array.Clear();
     const std::size_t size = place.size();
     for (std::size_t i = 0; i < size; ++i) {
-      Element element;
-      form<Element>::read(place[i], element);
-      array.Append(element);
+      element made = element();
+      form<element>::read(place[i], made);
+      detail::array_traits<Array>::add(array, made);
     }
   }
 };
+
+template <typename Array>
+struct form<Array, typename std::enable_if<detail::is_array_class<Array>::value>::type>
+    : list_form<Array> {};
 
 }  // namespace json_detail
 }  // namespace vem

@@ -1,13 +1,10 @@
 #ifndef VEM_VEM_JSON_OVERLAYS_H_
 #define VEM_VEM_JSON_OVERLAYS_H_
 
-#include <cstddef>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "IVemOverlay.h"
-#include "IVemOverlayPath.h"
 #include "VemFont.h"
 #include "VemOverlay.h"
 #include "VemOverlayPath.h"
@@ -21,6 +18,7 @@
 #include "vem/json_shapes.h"
 #include "vem/json_values.h"
 #include "vem/parts.h"
+#include "vem/shapes.h"
 
 /// How overlays and their paths stand in JSON.
 
@@ -41,11 +39,8 @@ inline bool is_text(const VemVarArray& numbers) {
 }
 
 inline void write_text_element(const VemVarArray& numbers, json& object) {
-  if (!is_text(numbers)) {
-    object["numbers"] = form<VemVarArray>::write(numbers);
-    return;
-  }
-  object["point"] = form<VemPoint>::write(stored_point(numbers, 0));
+  if (!is_text(numbers)) throw std::invalid_argument("vem::to_json: numbers that no text has");
+  object["point"] = form<VemPoint>::write(stored_point(member::point, numbers, 0));
   object["text"] = form<VemVar>::write(numbers[2]);
   json& font = object["font"] = json::object();
   font["size"] = numbers[3].L();
@@ -69,11 +64,6 @@ inline void read_font(const node& place, VemFont& font) {
 }
 
 inline void read_text_element(object_reader& object, IVemOverlay& to) {
-  if (object.has("numbers")) {
-    form<VemVarArray>::read(object["numbers"], to.Params);
-    to.Type = VemOverlayText;
-    return;
-  }
   VemPoint point;
   form<VemPoint>::read(object["point"], point);
   const std::string text = read_text(object["text"]);
@@ -90,40 +80,26 @@ inline bool is_position(const VemVarArray& numbers) {
 }
 
 inline void write_image_element(const IVemOverlay& from, json& object) {
-  if (is_position(from.Params)) {
-    object["point"] = form<VemPoint>::write(VemPoint(from.Params[0].D(), from.Params[1].D()));
-  } else {
-    object["numbers"] = form<VemVarArray>::write(from.Params);
+  if (!is_position(from.Params)) {
+    throw std::invalid_argument("vem::to_json: numbers that no image has");
   }
+  object["point"] = form<VemPoint>::write(stored_point(member::point_x_first, from.Params, 0));
   object["image"] = write_raster(from.Image);
 }
 
 inline void read_image_element(object_reader& object, IVemOverlay& to) {
+  VemPoint point;
+  form<VemPoint>::read(object["point"], point);
   to.Type = VemOverlayImage;
-  if (object.has("numbers")) {
-    form<VemVarArray>::read(object["numbers"], to.Params);
-  } else {
-    VemPoint point;
-    form<VemPoint>::read(object["point"], point);
-    append_point(to.Params, point.x, point.y);
-  }
+  append_point(to.Params, point.x, point.y);
   to.Image = read_raster(object["image"]);
 }
 
-// --- Regions, and what is nothing ---
-
-inline void write_rest(const VemVarArray& numbers, json& object) {
-  if (numbers.Length() > 0) object["numbers"] = form<VemVarArray>::write(numbers);
-}
+// --- Regions ---
 
 inline void write_region_element(const IVemOverlay& from, json& object) {
   json& region = object["region"] = json::object();
   write_runs(from, region);
-  write_rest(from.Params, object);
-}
-
-inline void read_rest(object_reader& object, VemVarArray& numbers) {
-  if (object.has("numbers")) form<VemVarArray>::read(object["numbers"], numbers);
 }
 
 inline void read_region_element(object_reader& object, IVemOverlay& to) {
@@ -132,7 +108,17 @@ inline void read_region_element(object_reader& object, IVemOverlay& to) {
   object_reader members(region);
   read_runs(members, to);
   members.finish();
-  read_rest(object, to.Params);
+}
+
+// --- Numbers of any kind: VemOverlay::FromContour adds points to whatever numbers there are, and
+// VemOverlay::FromROI leaves them where there is no shape ---
+
+inline void write_numbers(const VemVarArray& numbers, json& object) {
+  object["numbers"] = form<VemVarArray>::write(numbers);
+}
+
+inline void read_numbers(object_reader& object, VemVarArray& numbers) {
+  if (object.has("numbers")) form<VemVarArray>::read(object["numbers"], numbers);
 }
 
 // --- Pens and brushes ---
@@ -232,13 +218,17 @@ struct form<VemOverlay> {
         return write_region_element(from, object);
       case VemOverlayNone:
         object["type"] = "none";
-        return write_rest(from.Params, object);
+        if (from.Params.Length() > 0) write_numbers(from.Params, object);
+        return;
       default:
         break;
     }
-    const shape* s = overlay_shapes().find(from.Type);
+    const shape* s = find_shape(&shape::overlay, from.Type);
     if (s == nullptr) throw std::invalid_argument("vem::to_json: an overlay of no known type");
-    object["type"] = s->name;
+    if (from.Type == VemOverlayIrregular && !fits(*s, from.Params)) {
+      object["type"] = s->name;
+      return write_numbers(from.Params, object);
+    }
     write_shape(*s, from.Params, object);
   }
 
@@ -247,35 +237,18 @@ struct form<VemOverlay> {
     if (type == "text") return read_text_element(object, to);
     if (type == "image") return read_image_element(object, to);
     if (type == "region") return read_region_element(object, to);
-    if (type == "none") return read_rest(object, to.Params);
-    const shape* s = overlay_shapes().find(type);
+    if (type == "none") return read_numbers(object, to.Params);
+    const shape* s = find_shape(&shape::overlay, type);
     if (s == nullptr) place.fail("type", "is no type of an overlay");
+    to.Type = static_cast<VemOverlayType>(s->overlay);
+    if (to.Type == VemOverlayIrregular && object.has("numbers")) {
+      return read_numbers(object, to.Params);
+    }
     read_shape(place, *s, object, to.Params);
-    to.Type = static_cast<VemOverlayType>(s->type);
   }
 };
 
-template <>
-struct form<VemOverlayPath> {
-  static const char* name() { return "VemOverlayPath"; }
-  static const char* key() { return "overlays"; }
-
-  static json write(const VemOverlayPath& path) {
-    json list = json::array();
-    for (const VemOverlay& overlay : parts(path).Overlays) {
-      list.push_back(form<VemOverlay>::write(overlay));
-    }
-    return list;
-  }
-  static void read(const node& place, VemOverlayPath& path) {
-    path.Clear();
-    for (std::size_t i = 0; i < place.size(); ++i) {
-      VemOverlay overlay;
-      form<VemOverlay>::read(place[i], overlay);
-      path.AddOverlay(overlay);
-    }
-  }
-};
+inline list_names names_of(list_of<VemOverlayPath>) { return {"VemOverlayPath", "overlays"}; }
 
 }  // namespace json_detail
 }  // namespace vem

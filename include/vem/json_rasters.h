@@ -16,6 +16,7 @@
 #include "VemMatrix.h"
 #include "VemMatrixArray.h"
 #include "VemMorphStructure.h"
+#include "vem/depth.h"
 #include "vem/json_node.h"
 #include "vem/parts.h"
 
@@ -24,32 +25,26 @@
 namespace vem {
 namespace json_detail {
 
-/// The names of OpenCV's depths, by their codes.
-inline const char* const* depth_names() {
-  static const char* const kNames[] = {"8U", "8S", "16U", "16S", "32S", "32F", "64F"};
-  return kNames;
-}
-constexpr int depth_count = 7;
-
 /// A raster is its size, channels and depth, and its pixels by row, then by column, then by
 /// channel, without padding, each channel's bytes from the lowest to the highest.
 inline json write_raster(const cv::Mat& raster) {
-  if (raster.dims > 2 || raster.depth() >= depth_count) {
+  const char* const depth = detail::depth_name(raster.depth());
+  if (raster.dims > 2 || depth == nullptr) {
     throw std::invalid_argument("vem::to_json: a raster of two dimensions is written alone");
   }
   json object = json::object();
   object["width"] = raster.cols;
   object["height"] = raster.rows;
   object["channels"] = raster.channels();
-  object["depth"] = depth_names()[raster.depth()];
+  object["depth"] = depth;
   const cv::Mat packed = raster.isContinuous() ? raster : raster.clone();
   object["pixels"] = encode(packed.data, packed.total() * packed.elemSize());
   return object;
 }
 
 inline int read_depth(const node& place) {
-  for (int depth = 0; depth < depth_count; ++depth) {
-    if (place.value() == depth_names()[depth]) return depth;
+  for (int depth = 0; depth < detail::depth_count; ++depth) {
+    if (is_named(place.value(), detail::depth_name(depth))) return depth;
   }
   place.fail("expected \"8U\", \"8S\", \"16U\", \"16S\", \"32S\", \"32F\" or \"64F\"");
 }
@@ -67,12 +62,14 @@ inline cv::Mat read_raster(const node& place) {
   const int width = read_integer(object["width"], 0);
   const int height = read_integer(object["height"], 0);
   const int channels = read_integer(object["channels"], 1, CV_CN_MAX);
-  const int type = CV_MAKETYPE(read_depth(object["depth"]), channels);
+  const int depth = read_depth(object["depth"]);
+  const int type = CV_MAKETYPE(depth, channels);
   const node pixels = object["pixels"];
   object.finish();
 
   const encoded_bytes bytes(pixels);
-  const std::uint64_t row = static_cast<std::uint64_t>(width) * CV_ELEM_SIZE(type);
+  const std::uint64_t row =
+      static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(CV_ELEM_SIZE(type));
   if (!is_area(bytes.size(), static_cast<std::uint64_t>(height), row)) {
     pixels.fail("expected as many bytes as width, height, channels and depth tell");
   }
@@ -107,17 +104,8 @@ struct form<VemFeatureDescriptor> {
   }
 };
 
-template <>
-struct form<VemImageArray> : array_form<VemImageArray, VemImage> {
-  static const char* name() { return "VemImageArray"; }
-  static const char* key() { return "images"; }
-};
-
-template <>
-struct form<VemMatrixArray> : array_form<VemMatrixArray, VemMatrix> {
-  static const char* name() { return "VemMatrixArray"; }
-  static const char* key() { return "matrices"; }
-};
+inline list_names names_of(list_of<VemImageArray>) { return {"VemImageArray", "images"}; }
+inline list_names names_of(list_of<VemMatrixArray>) { return {"VemMatrixArray", "matrices"}; }
 
 /// A morphology structure as QueryInfo tells it.
 struct morph_record {
@@ -175,13 +163,16 @@ struct form<VemMorphStructure> {
     std::vector<int> table;
     if (record.is_custom()) read_table(object["values"], record, table);
     object.finish();
-    structure = VemMorphStructure();
-    if (record.is_unset()) return;
+    if (record.is_unset()) {
+      structure = VemMorphStructure();
+      return;
+    }
     if (record.rows < 1) place.fail("rows", "expected an integer above 0");
     if (record.cols < 1) place.fail("cols", "expected an integer above 0");
     if (record.anchor_y >= record.rows) place.fail("anchor_y", "expected a row of the structure");
-    if (record.anchor_x >= record.cols)
+    if (record.anchor_x >= record.cols) {
       place.fail("anchor_x", "expected a column of the structure");
+    }
     structure.CreateElement(record.rows, record.cols, record.anchor_x, record.anchor_y, record.type,
                             table.empty() ? nullptr : table.data());
   }

@@ -1,7 +1,7 @@
 #ifndef VEM_VEM_JSON_VALUES_H_
 #define VEM_VEM_JSON_VALUES_H_
 
-#include <cstddef>
+#include <initializer_list>
 #include <string>
 
 #include "Vem2DVarArray.h"
@@ -16,6 +16,7 @@
 #include "VemPointArray.h"
 #include "VemTuple.h"
 #include "VemVar.h"
+#include "vem/array_traits.h"
 #include "vem/json_node.h"
 
 /// How values, points, lines, circles, contours and fonts stand in JSON.
@@ -80,32 +81,17 @@ struct form<VemVar> {
   }
 };
 
-template <>
-struct form<VemVarArray> {
-  static const char* name() { return "VemVarArray"; }
-  static const char* key() { return "values"; }
+inline list_names names_of(list_of<VemVarArray>) { return {"VemVarArray", "values"}; }
+inline list_names names_of(list_of<Vem2DVarArray>) { return {"Vem2DVarArray", "rows"}; }
+inline list_names names_of(list_of<VemPointArray>) { return {"VemPointArray", "points"}; }
+inline list_names names_of(list_of<Vem3DPointArray>) { return {"Vem3DPointArray", "points"}; }
+inline list_names names_of(list_of<VemContourArray>) { return {"VemContourArray", "contours"}; }
 
-  static json write(const VemVarArray& array) {
-    json list = json::array();
-    for (int i = 0; i < array.Length(); ++i) list.push_back(form<VemVar>::write(array[i]));
-    return list;
-  }
-  static void read(const node& place, VemVarArray& array) {
-    array.Clear();
-    const std::size_t size = place.size();
-    for (std::size_t i = 0; i < size; ++i) {
-      VemVar value;
-      form<VemVar>::read(place[i], value);
-      array.Append(value);
-    }
-  }
-};
-
-template <>
-struct form<Vem2DVarArray> : array_form<Vem2DVarArray, VemVarArray> {
-  static const char* name() { return "Vem2DVarArray"; }
-  static const char* key() { return "rows"; }
-};
+inline json write_numbers(std::initializer_list<double> numbers) {
+  json list = json::array();
+  for (double number : numbers) list.push_back(write_number(number));
+  return list;
+}
 
 /// A point is the list of its coordinates.
 template <>
@@ -113,12 +99,7 @@ struct form<VemPoint> {
   static const char* name() { return "VemPoint"; }
   static const char* key() { return "point"; }
 
-  static json write(const VemPoint& point) {
-    json list = json::array();
-    list.push_back(write_number(point.x));
-    list.push_back(write_number(point.y));
-    return list;
-  }
+  static json write(const VemPoint& point) { return write_numbers({point.x, point.y}); }
   static void read(const node& place, VemPoint& point) {
     if (place.size() != 2) place.fail("expected x and y");
     point.x = read_number<double>(place[0]);
@@ -131,13 +112,7 @@ struct form<Vem3DPoint> {
   static const char* name() { return "Vem3DPoint"; }
   static const char* key() { return "point"; }
 
-  static json write(const Vem3DPoint& point) {
-    json list = json::array();
-    list.push_back(write_number(point.x));
-    list.push_back(write_number(point.y));
-    list.push_back(write_number(point.z));
-    return list;
-  }
+  static json write(const Vem3DPoint& point) { return write_numbers({point.x, point.y, point.z}); }
   static void read(const node& place, Vem3DPoint& point) {
     if (place.size() != 3) place.fail("expected x, y and z");
     point.x = read_number<double>(place[0]);
@@ -147,24 +122,11 @@ struct form<Vem3DPoint> {
 };
 
 template <>
-struct form<VemPointArray> : array_form<VemPointArray, VemPoint> {
-  static const char* name() { return "VemPointArray"; }
-  static const char* key() { return "points"; }
-};
-
-template <>
-struct form<Vem3DPointArray> : array_form<Vem3DPointArray, Vem3DPoint> {
-  static const char* name() { return "Vem3DPointArray"; }
-  static const char* key() { return "points"; }
-};
-
-template <>
 struct form<VemLine> : record_form<VemLine> {
   static const char* name() { return "VemLine"; }
   template <typename Fields, typename Record>
   static void fields(Fields& field, Record& line) {
-    field("start", line.start);
-    field("end", line.end);
+    field("start", line.start)("end", line.end);
   }
 };
 
@@ -173,8 +135,7 @@ struct form<VemCircle> : record_form<VemCircle> {
   static const char* name() { return "VemCircle"; }
   template <typename Fields, typename Record>
   static void fields(Fields& field, Record& circle) {
-    field("center", circle.center);
-    field("radius", circle.radius);
+    field("center", circle.center)("radius", circle.radius);
   }
 };
 
@@ -184,9 +145,7 @@ struct form<VemContour> {
   static const char* key() { return "points"; }
 
   static json write(const VemContour& contour) {
-    VemPointArray points;
-    const_cast<VemContour&>(contour).ToPointArray(&points);  // It changes nothing of the contour.
-    return form<VemPointArray>::write(points);
+    return form<VemPointArray>::write(detail::points_of<VemPointArray>(contour));
   }
   static void read(const node& place, VemContour& contour) {
     VemPointArray points;
@@ -196,23 +155,12 @@ struct form<VemContour> {
 };
 
 template <>
-struct form<VemContourArray> : array_form<VemContourArray, VemContour> {
-  static const char* name() { return "VemContourArray"; }
-  static const char* key() { return "contours"; }
-};
-
-template <>
 struct form<VemFont> : record_form<VemFont> {
   static const char* name() { return "VemFont"; }
   template <typename Fields, typename Record>
   static void fields(Fields& field, Record& font) {
-    field("name", font.Name);
-    field("size", font.Size);
-    field("weight", font.Weight);
-    field("flag0", font.Flag0);
-    field("flag1", font.Flag1);
-    field("flag2", font.Flag2);
-    field("flag3", font.Flag3);
+    field("name", font.Name)("size", font.Size)("weight", font.Weight);
+    field("flag0", font.Flag0)("flag1", font.Flag1)("flag2", font.Flag2)("flag3", font.Flag3);
   }
 };
 

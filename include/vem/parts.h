@@ -66,8 +66,9 @@ struct parts_of<VemFeatureDescriptor> {
 /// The object behind a handle, in place: its public fields hold the numbers as they were set, where
 /// the handle's readers round them or copy. Include the header of the object to reach its fields.
 ///
-/// The reference lives as long as the handle. What is written through it nothing tests; the fields
-/// then have to go together as the object's header tells.
+/// The reference lives as long as the handle, unless the handle gets another object: where an array
+/// moves its elements, and where vem::from_json reads into it. What is written through it nothing
+/// tests; the fields then have to go together as the object's header tells.
 template <typename Handle>
 typename parts_of<Handle>::type& parts(Handle& handle) {
   static_assert(std::is_standard_layout<Handle>::value && sizeof(Handle) == sizeof(void*),

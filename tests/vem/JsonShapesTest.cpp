@@ -451,6 +451,17 @@ TEST(VemJsonRoi, FaultsAreTold) {
        "/points: expected at least 3 points"},
       {R"({"version":1,"type":"circle","numbers":[1,true]})",
        "/numbers/1: expected a number, a text or null"},
+      {R"({"version":1,"type":"circle","numbers":[2.0,1.0,-3.0]})",
+       "/numbers: expected the numbers of a shape \"circle\", or none"},
+      {R"({"version":1,"type":"circle","numbers":[2,1,3]})",
+       "/numbers: expected the numbers of a shape \"circle\", or none"},
+      {R"({"version":1,"type":"rect1","numbers":[2.0,1.0,3.0]})",
+       "/numbers: expected the numbers of a shape \"rect1\", or none"},
+      {R"({"version":1,"type":"torus","numbers":[2.0,1.0,3.0,2.0,0.0,1.0]})",
+       "/numbers: expected the numbers of a shape \"torus\", or none"},
+      {R"({"version":1,"type":"polygon","numbers":[2.0]})",
+       "/numbers: expected the numbers of a shape \"polygon\", or none"},
+      {R"({"version":1,"type":"circle","numbers":[2.0,1.0,3.0]})", "no error"},
       {R"({"version":1,"type":"circle","numbers":[],"radius":1})",
        "/radius: is no field of this object"},
       {R"({"version":1,"type":"mask","width":1,"height":2,"rows":[],"first_columns":[],)"
@@ -492,6 +503,13 @@ TEST(VemJsonOverlay, FaultsAreTold) {
        "/overlays/0/version: is no field of this object"},
       {R"({"version":1,"overlays":[{"type":"image","point":[1,2]}]})",
        "/overlays/0/image: is missing"},
+      {R"({"version":1,"overlays":[{"type":"circle","numbers":["x"]}]})",
+       "/overlays/0/numbers: expected the numbers of a shape \"circle\", or none"},
+      {R"({"version":1,"overlays":[{"type":"rake_rect1","numbers":[1.0,1.0,2.0,2.0,4,2]}]})",
+       "/overlays/0/numbers: expected the numbers of a shape \"rake_rect1\", or none"},
+      {R"({"version":1,"overlays":[{"type":"text","numbers":[1.0,2.0]}]})",
+       "/overlays/0/point: is missing"},
+      {R"({"version":1,"overlays":[{"type":"irregular","numbers":[1.0,"x"]}]})", "no error"},
       {R"({"version":1,"overlays":[{"type":"region","region":{"width":1}}]})",
        "/overlays/0/region/height: is missing"},
   };
@@ -604,6 +622,18 @@ TEST(VemJsonRoi, DocumentsAreRefusedWhereGeneratorsRefuse) {
     }
     EXPECT_GT(taken, 0);
   }
+}
+
+TEST(VemJsonRoi, NumbersOfNoShapeAreNotWritten) {
+  VemROI roi;
+  roi.GenCircle(kLow, 3);
+  vem::parts(roi).Params[2] = VemVar(-3.0);
+  EXPECT_THROW(vem::to_json(roi), std::invalid_argument);
+  VemOverlay overlay;
+  VemFont font;
+  overlay.GenText(kLow, "x", font);
+  vem::parts(overlay).Params[4] = VemVar("bold");
+  EXPECT_THROW(vem::to_json(overlay), std::invalid_argument);
 }
 
 TEST(VemJsonRegion, RunsOfAnyKindComeBack) {

@@ -348,6 +348,8 @@ TEST(VemJson, FaultsOfTheHeadAreTold) {
       {"{}", "/version: is missing"},
       {R"({"version":2,"value":3})", "/version: expected version 1"},
       {R"({"version":"1","value":3})", "/version: expected version 1"},
+      {R"({"version":1.0,"value":3})", "/version: expected version 1"},
+      {R"({"version":true,"value":3})", "/version: expected version 1"},
       {R"({"version":1,"class":"VemROI","value":3})", "/class: expected \"VemVar\""},
       {R"({"version":1,"class":7,"value":3})", "/class: expected \"VemVar\""},
       {R"({"version":1})", "/value: is missing"},
