@@ -153,15 +153,20 @@ inline bool same(const runs_in_place& a, const runs_in_place& b) {
          same(a.first_columns, b.first_columns) && same(a.last_columns, b.last_columns);
 }
 
+// By the fields of a matrix, so that nothing of OpenCV is linked.
 inline std::size_t row_bytes(const cv::Mat& image) {
-  return image.empty() ? 0 : static_cast<std::size_t>(image.cols) * image.elemSize();
+  return static_cast<std::size_t>(image.cols) * static_cast<std::size_t>(CV_ELEM_SIZE(image.flags));
+}
+inline const unsigned char* row_of(const cv::Mat& image, int row) {
+  return image.data + static_cast<std::size_t>(row) * image.step.p[0];
 }
 inline bool same(const cv::Mat& a, const cv::Mat& b) {
-  if (a.dims != b.dims || a.rows != b.rows || a.cols != b.cols || a.type() != b.type()) {
+  if (a.dims != b.dims || a.rows != b.rows || a.cols != b.cols ||
+      CV_MAT_TYPE(a.flags) != CV_MAT_TYPE(b.flags)) {
     return false;
   }
   for (int row = 0; row < a.rows; ++row) {
-    if (std::memcmp(a.ptr(row), b.ptr(row), row_bytes(a)) != 0) return false;
+    if (std::memcmp(row_of(a, row), row_of(b, row), row_bytes(a)) != 0) return false;
   }
   return true;
 }
@@ -210,7 +215,7 @@ class hasher {
     put(image.cols);
     put(image.rows);
     for (int row = 0; row < image.rows; ++row) {
-      const unsigned char* const bytes = image.ptr(row);
+      const unsigned char* const bytes = row_of(image, row);
       std::size_t sum = 14695981039346656037u;
       for (std::size_t i = 0; i < row_bytes(image); ++i) sum = (sum ^ bytes[i]) * 1099511628211u;
       put(sum);

@@ -311,7 +311,7 @@ inline void print_facts(std::ostream& out, const facts& found) {
     out << " at ";
     print_to(out, stored_point(member::point_x_first, *found.numbers, 0));
     out << ", ";
-    print_raster(out, image.cols, image.rows, image.depth(), image.channels());
+    print_raster(out, image.cols, image.rows, CV_MAT_DEPTH(image.flags), CV_MAT_CN(image.flags));
   } else if (found.runs.rows != nullptr) {
     print_runs(out, found.runs);
   } else if (found.numbers != nullptr) {
