@@ -2,6 +2,7 @@
 // to show of it. The same as inspection_plain.cpp, with the companions.
 #include <iostream>
 
+#include "VemOverlayPath.h"
 #include "VemPointArray.h"
 #include "vem/vem.h"
 

@@ -1,6 +1,7 @@
 // An operator with mixed parameters: a name, a threshold as an integer or a double, a mode that may
 // be missing. The same as parameters_plain.cpp, with the companions.
 #include <algorithm>
+#include <cmath>
 #include <iostream>
 #include <sstream>
 #include <string>
@@ -19,7 +20,7 @@ std::string Run(const VemVarArray& parameters) {
   VemVar mean(0.0);
   int count = 0;
   for (auto i = begin(parameters) + std::min(3, parameters.Length()); i != end(parameters); ++i) {
-    if (!(*i > threshold)) continue;
+    if (!(*i > threshold)) continue;  // Nor is what is no number above it.
     mean += vem::get<double>(*i);
     ++count;
   }
@@ -33,7 +34,8 @@ std::string Run(const VemVarArray& parameters) {
 }  // namespace
 
 int main() {
-  std::cout << Run(vem::array("edges", 10, "strong", 9, 12, 13.5, "no number")) << '\n'
+  std::cout << Run(vem::array("edges", 10, "strong", 9, 12, 13.5, "no number", std::nan("")))
+            << '\n'
             << Run(vem::array("spots", 0.5, VemVar(), 0.75)) << '\n'
             << Run(vem::array("wrong", "10")) << '\n';
 }

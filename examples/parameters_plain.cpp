@@ -1,5 +1,6 @@
 // An operator with mixed parameters: a name, a threshold as an integer or a double, a mode that may
 // be missing. The same as parameters.cpp, with the classes alone.
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -25,7 +26,7 @@ std::string Run(VemVarArray& parameters) {
   for (int i = 3; i < parameters.Length(); ++i) {
     const int type = parameters[i].ValType();
     if (type != VemVarLong && type != VemVarDouble) continue;
-    if (parameters[i].D() <= threshold) continue;
+    if (!(parameters[i].D() > threshold)) continue;  // Nor is what is no number above it.
     sum += parameters[i].D();
     ++count;
   }
@@ -47,6 +48,7 @@ int main() {
   first.Append(VemVar(12));
   first.Append(VemVar(13.5));
   first.Append(VemVar("no number"));
+  first.Append(VemVar(std::nan("")));
   VemVarArray second;
   second.Append(VemVar("spots"));
   second.Append(VemVar(0.5));

@@ -1,5 +1,5 @@
-// A store of 10,000 regions: how many differ, which is the largest, what all cover. The same as
-// store_plain.cpp, with the companions.
+// A store of 10,000 regions: how many differ, which is the largest, how many pixels all have. The
+// same as store_plain.cpp, with the companions.
 #include <algorithm>
 #include <iostream>
 #include <numeric>
