@@ -16,6 +16,8 @@
 #include "vem/parts.h"
 #include "vem/runs.h"
 
+/// Regions as sets of pixels. Their runs are read where they stand, by a header of ours that needs
+/// OpenCV's include path.
 namespace vem {
 
 /// A horizontal run of pixels, both ends included.

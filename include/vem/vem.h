@@ -1,10 +1,10 @@
 #ifndef VEM_VEM_VEM_H_
 #define VEM_VEM_VEM_H_
 
-/// The companions that link nothing but this library: all but vem/json.h, which needs
-/// nlohmann-json, vem/opencv.h, which is for OpenCV's types, and vem/view.h, which is a library of
-/// its own. Regions as sets of pixels find their runs by headers of ours that need OpenCV's include
-/// path.
+/// The companions that link nothing but this library. Regions and overlays are read where they
+/// stand, by headers of ours that need OpenCV's include path. Not among them are vem/json.h, which
+/// needs nlohmann-json, vem/opencv.h, which is for OpenCV's types, and vem/view.h, which is a
+/// library of its own.
 
 #include "vem/make.h"
 #include "vem/print.h"
