@@ -2,7 +2,6 @@
 #define VEM_VEM_MAKE_H_
 
 #include <initializer_list>
-#include <stdexcept>
 #include <string>
 #include <type_traits>
 #if __cplusplus >= 201703L
@@ -72,18 +71,14 @@ inline VemOverlay shown_as(const VemContour& contour, std::string* reason) {
 
 template <class Source>
 VemOverlay made_overlay(const Source& source) {
-  std::string reason;
-  VemOverlay overlay = shown_as(source, &reason);
-  if (!reason.empty()) throw std::invalid_argument("vem::overlay_of: " + reason);
-  return overlay;
+  return made_or_throw<VemOverlay>("overlay_of",
+                                   [&](std::string* reason) { return shown_as(source, reason); });
 }
 
 #if __cplusplus >= 201703L
 template <class Source>
 std::optional<VemOverlay> tried_overlay(const Source& source) {
-  std::string reason;
-  VemOverlay overlay = shown_as(source, &reason);
-  return reason.empty() ? std::optional<VemOverlay>(overlay) : std::nullopt;
+  return made_or_nothing([&](std::string* reason) { return shown_as(source, reason); });
 }
 #endif
 

@@ -316,21 +316,32 @@ Shape shape_of(Draft& draft, std::string* reason) {
   return shape;
 }
 
+// What `code` makes; where that leaves a reason, it is thrown.
+template <class Result, class Code>
+Result made_or_throw(const char* name, Code code) {
+  std::string reason;
+  Result result = code(&reason);
+  if (!reason.empty()) throw std::invalid_argument(std::string("vem::") + name + ": " + reason);
+  return result;
+}
 template <class Shape, class Draft>
 Shape made_shape(Draft draft) {
-  std::string reason;
-  Shape shape = shape_of<Shape>(draft, &reason);
-  if (!reason.empty())
-    throw std::invalid_argument(std::string("vem::") + draft.name() + ": " + reason);
-  return shape;
+  return made_or_throw<Shape>(draft.name(),
+                              [&](std::string* reason) { return shape_of<Shape>(draft, reason); });
 }
 
 #if __cplusplus >= 201703L
+// What `code` makes, or nothing where that leaves a reason.
+template <class Code>
+auto made_or_nothing(Code code) -> std::optional<decltype(code(nullptr))> {
+  std::string reason;
+  auto result = code(&reason);
+  if (!reason.empty()) return std::nullopt;
+  return result;
+}
 template <class Shape, class Draft>
 std::optional<Shape> tried_shape(Draft draft) {
-  std::string reason;
-  Shape shape = shape_of<Shape>(draft, &reason);
-  return reason.empty() ? std::optional<Shape>(shape) : std::nullopt;
+  return made_or_nothing([&](std::string* reason) { return shape_of<Shape>(draft, reason); });
 }
 #endif
 

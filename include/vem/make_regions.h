@@ -7,7 +7,6 @@
 #include <cstring>
 #include <exception>
 #include <new>
-#include <stdexcept>
 #include <string>
 #if __cplusplus >= 201703L
 #include <optional>
@@ -183,6 +182,9 @@ inline VemRegion region_of_runs(runs_draft runs, std::string* reason) {
   return VemRegion(runs.width, runs.height, runs.rows, runs.first_columns, runs.last_columns);
 }
 
+inline VemRegion coded(const runs_draft& runs, std::string* reason) {
+  return region_of_runs(runs, reason);
+}
 inline VemRegion coded(const VemROI& roi, std::string* reason) {
   const runs_draft runs = runs_of_roi(roi, reason);
   return region_of_runs(runs, reason);
@@ -227,18 +229,14 @@ inline VemRegion coded(const VemPointArray& points, std::string* reason) {
 
 template <class Source>
 VemRegion made_region(const Source& source) {
-  std::string reason;
-  VemRegion region = coded(source, &reason);
-  if (!reason.empty()) throw std::invalid_argument("vem::region_of: " + reason);
-  return region;
+  return made_or_throw<VemRegion>("region_of",
+                                  [&](std::string* reason) { return coded(source, reason); });
 }
 
 #if __cplusplus >= 201703L
 template <class Source>
 std::optional<VemRegion> tried_region(const Source& source) {
-  std::string reason;
-  VemRegion region = coded(source, &reason);
-  return reason.empty() ? std::optional<VemRegion>(region) : std::nullopt;
+  return made_or_nothing([&](std::string* reason) { return coded(source, reason); });
 }
 #endif
 
@@ -263,11 +261,8 @@ inline VemRegion region_of(const VemPointArray& points) { return detail::made_re
 template <class Rows, class FirstColumns, class LastColumns>
 VemRegion region_of(int width, int height, const Rows& rows, const FirstColumns& first_columns,
                     const LastColumns& last_columns) {
-  std::string reason;
-  VemRegion region = detail::region_of_runs(
-      detail::runs_of_ranges(rows, first_columns, last_columns, width, height), &reason);
-  if (!reason.empty()) throw std::invalid_argument("vem::region_of: " + reason);
-  return region;
+  return detail::made_region(
+      detail::runs_of_ranges(rows, first_columns, last_columns, width, height));
 }
 
 #if __cplusplus >= 201703L
@@ -293,10 +288,8 @@ template <class Rows, class FirstColumns, class LastColumns>
 std::optional<VemRegion> try_region_of(int width, int height, const Rows& rows,
                                        const FirstColumns& first_columns,
                                        const LastColumns& last_columns) {
-  std::string reason;
-  VemRegion region = detail::region_of_runs(
-      detail::runs_of_ranges(rows, first_columns, last_columns, width, height), &reason);
-  return reason.empty() ? std::optional<VemRegion>(region) : std::nullopt;
+  return detail::tried_region(
+      detail::runs_of_ranges(rows, first_columns, last_columns, width, height));
 }
 
 #endif

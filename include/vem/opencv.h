@@ -309,7 +309,7 @@ inline cv::Mat to_mask(const VemRegion& region) {
 /// The pixels of a region of interest as VemROI::GetMask tells them, on a canvas of the caller's. A
 /// point has none, neither has no shape, nor what lies left of or above the origin. A line that is
 /// vertical in whole numbers raises `std::invalid_argument`, where GetMask is a fault of the
-/// processor.
+/// processor. What GetMask raises passes on.
 inline cv::Mat to_mask(const VemROI& roi, int width, int height) {
   opencv_detail::roi_runs runs;
   opencv_detail::read_runs(roi, runs);

@@ -22,53 +22,29 @@ class Mat;
 
 namespace vem {
 
-/// What a handle's one pointer points to, as `type`.
+/// What a handle's one pointer points to, as `type`: of VemROI an IVemROIPara, of VemRegion a
+/// VemRegionData, of VemRegionArray an IVemRegionArrayPara, of VemOverlay an IVemOverlay, of
+/// VemOverlayPath an IVemOverlayPath, of VemFeatureDescriptor a `cv::Mat`.
 template <typename Handle>
 struct parts_of;
 
-/// Of a region of interest.
-template <>
-struct parts_of<VemROI> {
-  /// The object behind the handle.
-  using type = IVemROIPara;
-};
-/// Of a region.
-template <>
-struct parts_of<VemRegion> {
-  /// The object behind the handle.
-  using type = VemRegionData;
-};
-/// Of an array of regions.
-template <>
-struct parts_of<VemRegionArray> {
-  /// The object behind the handle.
-  using type = IVemRegionArrayPara;
-};
-/// Of an overlay.
-template <>
-struct parts_of<VemOverlay> {
-  /// The object behind the handle.
-  using type = IVemOverlay;
-};
-/// Of a path of overlays.
-template <>
-struct parts_of<VemOverlayPath> {
-  /// The object behind the handle.
-  using type = IVemOverlayPath;
-};
-/// Of a feature descriptor.
-template <>
-struct parts_of<VemFeatureDescriptor> {
-  /// The object behind the handle.
-  using type = cv::Mat;
-};
+/// @cond
+// clang-format off
+template <> struct parts_of<VemROI> { using type = IVemROIPara; };
+template <> struct parts_of<VemRegion> { using type = VemRegionData; };
+template <> struct parts_of<VemRegionArray> { using type = IVemRegionArrayPara; };
+template <> struct parts_of<VemOverlay> { using type = IVemOverlay; };
+template <> struct parts_of<VemOverlayPath> { using type = IVemOverlayPath; };
+template <> struct parts_of<VemFeatureDescriptor> { using type = cv::Mat; };
+// clang-format on
+/// @endcond
 
 /// The object behind a handle, in place: its public fields hold the numbers as they were set, where
 /// the handle's readers round them or copy. Include the header of the object to reach its fields.
 ///
 /// The reference lives as long as the handle, unless the handle gets another object: where an array
-/// moves its elements, and where vem::from_json reads into it. What is written through it nothing
-/// tests; the fields then have to go together as the object's header tells.
+/// moves its elements, and where vem::from_json reads into it. Nothing tests what
+/// is written through it: the fields have to go together as the object's header tells.
 template <typename Handle>
 typename parts_of<Handle>::type& parts(Handle& handle) {
   static_assert(std::is_standard_layout<Handle>::value && sizeof(Handle) == sizeof(void*),

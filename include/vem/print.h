@@ -124,7 +124,8 @@ if_true<is_array_class<A>::value, bool> same(const A& a, const A& b) {
 
 // A picture of what is small.
 inline std::string small_drawing(const VemRegion& region) {
-  const bool small = region.Width() <= 100 && region.Height() <= 60;
+  const bool small =
+      region.Width() > 0 && region.Width() <= 100 && region.Height() > 0 && region.Height() <= 60;
   return small ? '\n' + drawing(region) : std::string();
 }
 // Large numbers could make a shape of many runs.

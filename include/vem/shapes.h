@@ -67,22 +67,24 @@ struct shape_list {
 // An arc's center is stored in either order.
 inline shape_list shapes() {
   typedef shape::part part;
-  static const part at = {"point", member::point_x_first};
-  static const part p1 = {"p1", member::point}, p2 = {"p2", member::point};
-  static const part center = {"center", member::point};
-  static const part center_x_first = {"center", member::point_x_first};
-  static const part radius = {"radius", member::length};
-  static const part radius1 = {"radius1", member::length}, radius2 = {"radius2", member::length};
-  static const part inner = {"inner_radius", member::length};
-  static const part outer = {"outer_radius", member::length};
-  static const part length1 = {"length1", member::length}, length2 = {"length2", member::length};
-  static const part angle = {"angle", member::number}, start = {"start_angle", member::number};
-  static const part sweep = {"sweep_angle", member::sweep};
-  static const part points = {"points", member::chain};
-  static const part rake = {"mode", member::rake_mode}, spoke = {"mode", member::spoke_mode};
-  static const part count = {"count", member::count};
+  static constexpr part at = {"point", member::point_x_first};
+  static constexpr part p1 = {"p1", member::point}, p2 = {"p2", member::point};
+  static constexpr part center = {"center", member::point};
+  static constexpr part center_x_first = {"center", member::point_x_first};
+  static constexpr part radius = {"radius", member::length};
+  static constexpr part radius1 = {"radius1", member::length},
+                        radius2 = {"radius2", member::length};
+  static constexpr part inner = {"inner_radius", member::length};
+  static constexpr part outer = {"outer_radius", member::length};
+  static constexpr part length1 = {"length1", member::length},
+                        length2 = {"length2", member::length};
+  static constexpr part angle = {"angle", member::number}, start = {"start_angle", member::number};
+  static constexpr part sweep = {"sweep_angle", member::sweep};
+  static constexpr part points = {"points", member::chain};
+  static constexpr part rake = {"mode", member::rake_mode}, spoke = {"mode", member::spoke_mode};
+  static constexpr part count = {"count", member::count};
   // clang-format off
-  static const shape all[] = {
+  static constexpr shape all[] = {
       {VemROIPoint, VemOverlayPoint, "point", relation::none, {at}},
       {VemROILine, VemOverlayLine, "line", relation::distinct, {p1, p2}},
       {no_type, VemOverlayArrowLine, "arrow_line", relation::distinct, {p1, p2}},

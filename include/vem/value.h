@@ -50,7 +50,7 @@ inline float read_back(const char* text, float) { return std::strtof(text, nullp
 template <class T>
 std::string digits(T number) {
   typedef std::numeric_limits<T> limits;
-  char text[32];
+  char text[64];
   const bool small = number < limits::min() && number > -limits::min();
   for (int precision = small ? 1 : limits::digits10; precision <= limits::max_digits10;
        ++precision) {

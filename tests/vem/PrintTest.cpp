@@ -223,6 +223,7 @@ TEST(VemPrintTo, ShowsTextsInQuotesAndSmallMasksAsDrawings) {
   EXPECT_EQ(PrintToString(vem::array(1, "x")), "[1, \"x\"]");
   EXPECT_EQ(PrintToString(std::vector<VemPoint>{{1, 2}}), "{ (1, 2) }");
   EXPECT_EQ(PrintToString(vem::region_of(".#\n##")), "region 2x2: 0:1-1, 1:0-1\n.#\n##\n");
+  EXPECT_EQ(PrintToString(VemRegion()), "region 0x0");
   EXPECT_EQ(PrintToString(vem::rect1({0, 0}, {1, 1})), "rect1 p1 (0, 0), p2 (1, 1)\n##\n##\n");
   EXPECT_EQ(PrintToString(vem::circle({500, 500}, 300)), "circle center (500, 500), radius 300");
   EXPECT_EQ(PrintToString(vem::circle({0, 0}, 1e9)), "circle center (0, 0), radius 1000000000");
