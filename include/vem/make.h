@@ -46,7 +46,8 @@ namespace detail {
 inline VemOverlay shown_as(const VemROI& roi, std::string* reason) {
   const IVemROIPara& from = parts(roi);
   VemOverlay overlay;
-  if (from.Type == VemROINone) *reason = "the region of interest has no shape";
+  *reason = unless_shape(roi);
+  if (!reason->empty()) return overlay;
   if (from.Type == VemROIMask) {
     VemRegion region = region_of(roi);
     overlay.GenRegion(region);
@@ -237,7 +238,7 @@ inline VemROI mask(const VemContourArray& contours, int width, int height) {
 
 /// An overlay that shows what a region of interest covers: its shape, or the runs of a mask, which
 /// VemOverlay::FromROI leaves out; an arc with its center as it is, which FromROI turns round.
-/// No shape is refused.
+/// Refused are no shape, and one without numbers.
 inline VemOverlay overlay_of(const VemROI& roi) { return detail::made_overlay(roi); }
 /// An overlay of a region: its canvas and its runs.
 inline VemOverlay overlay_of(const VemRegion& region) { return detail::made_overlay(region); }

@@ -60,11 +60,14 @@ inline std::string outside_refusal(const VemVarArray& numbers) {
   return "the shape lies left of or above the origin";
 }
 
-inline std::string roi_refusal(const VemROI& roi) {
+inline std::string unless_shape(const VemROI& roi) {
   const IVemROIPara& from = parts(roi);
   if (from.Type == VemROINone) return "the region of interest has no shape";
-  if (from.Type == VemROIPoint) return "a point has no runs";
-  if (from.Type != VemROIMask && from.Params.Length() == 0) return "the shape has lost its numbers";
+  return unless(from.Type == VemROIMask || from.Params.Length() > 0,
+                "the shape has lost its numbers");
+}
+inline std::string unless_runs(const VemROI& roi) {
+  if (roi.ROIType() == VemROIPoint) return "a point has no runs";
   const char* const fault = line_fault(roi);
   return fault == nullptr ? std::string() : fault;
 }
@@ -72,7 +75,7 @@ inline std::string roi_refusal(const VemROI& roi) {
 // The runs of the shape. Where there are none to be told, `reason` tells why.
 inline runs_draft runs_of_roi(const VemROI& roi, std::string* reason) {
   runs_draft runs = {VemVarArray(), VemVarArray(), VemVarArray(), 0, 0};
-  *reason = roi_refusal(roi);
+  *reason = first_of(unless_shape(roi), unless_runs(roi));
   if (!reason->empty()) return runs;
   try {
     if (!roi.GetMask(&runs.rows, &runs.first_columns, &runs.last_columns, &runs.width,

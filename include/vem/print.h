@@ -65,8 +65,8 @@ inline std::string drawing(const VemRegion& region) {
   const std::size_t height = static_cast<std::size_t>(data.Height);
   if (height > detail::most_characters / line) {
     throw std::invalid_argument("vem::drawing: the canvas is " + std::to_string(data.Width) +
-                                " by " + std::to_string(data.Height) +
-                                ", more than 268435456 characters");
+                                " by " + std::to_string(data.Height) + ", more than " +
+                                std::to_string(detail::most_characters) + " characters");
   }
   std::string picture(line * height, '.');
   for (std::size_t row = 1; row <= height; ++row) picture[row * line - 1] = '\n';

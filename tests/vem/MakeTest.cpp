@@ -533,6 +533,11 @@ TEST(VemMakeOverlay, KeepsTheCenterOfAnArc) {
             (std::vector<double>{20, 10, 5, 30, 60}));
 }
 
+TEST(VemMakeOverlay, RefusesAShapeWithoutNumbers) {
+  EXPECT_EQ(Thrown([] { vem::overlay_of(WithoutNumbers()); }),
+            "vem::overlay_of: the shape has lost its numbers");
+}
+
 TEST(VemMakeOverlay, RoundsNothingOfAnArc) {
   const VemOverlay overlay = vem::overlay_of(vem::arc({16777217, 0.1}, 0.3, 30.7, 0));
   EXPECT_TRUE(vem::parts(overlay).Params == vem::array(16777217.0, 0.1, 0.3, 30.7, 0.0));
