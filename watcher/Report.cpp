@@ -161,10 +161,18 @@ void SumUp() {
   text.Write();
 }
 
-// A child counts and tells for itself alone.
+// Held by the one thread that tells.
+pthread_mutex_t g_telling = PTHREAD_MUTEX_INITIALIZER;
+
+// A child counts and tells for itself alone. The thread that told when it was forked is not in it.
+void BeginChild() {
+  g_telling = PTHREAD_MUTEX_INITIALIZER;
+  ForgetAll();
+}
+
 __attribute__((constructor)) void Begin() {
   TheMode();
-  pthread_atfork(nullptr, nullptr, &ForgetAll);
+  pthread_atfork(nullptr, nullptr, &BeginChild);
 }
 
 __attribute__((destructor)) void End() {
@@ -195,7 +203,22 @@ void Text::Write() {
   length_ = 0;
 }
 
-void Call::Print(Kind kind, const char* what, unsigned long times) const {
+void Call::Print(Kind kind, const char* what, bool isLast) const {
+  Place* const place = PlaceAt(PlaceOf(caller_), operation_.id, static_cast<int>(kind));
+  if (place == nullptr) return;
+  const unsigned long times = place->times.fetch_add(1, std::memory_order_relaxed) + 1;
+  if (!IsPowerOfTen(times) && !isLast) return;
+  pthread_mutex_lock(&g_telling);
+  // A thread that comes here for the 10th time may be before the one that came for the first time.
+  while (place->told < times && (!isLast || place->told == 0)) {
+    place->told = place->told == 0 ? 1 : 10 * place->told;
+    PrintOnce(kind, what, place->told);
+  }
+  if (isLast) std::abort();
+  pthread_mutex_unlock(&g_telling);
+}
+
+void Call::PrintOnce(Kind kind, const char* what, unsigned long times) const {
   Text text;
   text.Add("%s: %s\n", operation_.name, what);
   if (times > 1) {
@@ -222,9 +245,7 @@ void Call::Tell(Kind kind, const char* format, ...) const {
     va_start(arguments, format);
     std::vsnprintf(what, sizeof(what), format, arguments);
     va_end(arguments);
-    const unsigned long times = TimesAt(PlaceOf(caller_), operation_.id, static_cast<int>(kind));
-    if (IsPowerOfTen(times)) Print(kind, what, times);
-    if (mode == kAbort) std::abort();
+    Print(kind, what, mode == kAbort);
   }
   errno = error;
   t_telling = false;

@@ -10,7 +10,8 @@
 ///
 /// Nothing here takes from the heap but the reading of names, and where that fails they are told as
 /// the linker has them. What a thread calls while it tells is not told. Any number of threads may
-/// tell at once: each text goes out in one piece.
+/// misuse at once: one after the other tells, each text in one piece, and those of one place in
+/// order.
 namespace watcher {
 
 /// The kinds of misuse, which are counted apart.
@@ -66,7 +67,8 @@ class Call {
   /// Writes the arguments, each with its name.
   virtual void Describe(Text& text) const = 0;
 
-  void Print(Kind kind, const char* what, unsigned long times) const;
+  void Print(Kind kind, const char* what, bool isLast) const;
+  void PrintOnce(Kind kind, const char* what, unsigned long times) const;
 
   const Operation& operation_;
   const void* caller_;

@@ -1,19 +1,12 @@
 #include "watcher/Tally.h"
 
-#include <atomic>
 #include <cstddef>
-#include <cstdint>
 
 namespace watcher {
 namespace {
 
 constexpr int kKinds = 8;
 constexpr std::size_t kPlaces = 4096;
-
-struct Place {
-  std::atomic<std::uint64_t> key;
-  std::atomic<unsigned long> times;
-};
 
 std::atomic<unsigned long> g_counts[kTalliedOperations][kKinds];
 Place g_places[kPlaces];
@@ -35,17 +28,15 @@ unsigned long CountOf(int operation, int kind) {
   return g_counts[operation][kind].load(std::memory_order_relaxed);
 }
 
-unsigned long TimesAt(const void* caller, int operation, int kind) {
+Place* PlaceAt(const void* caller, int operation, int kind) {
   const std::uint64_t key = KeyOf(caller, operation, kind);
   const std::size_t first = static_cast<std::size_t>(key * 0x9E3779B97F4A7C15u >> 52);
   for (std::size_t i = 0; i < kPlaces; ++i) {
     Place& place = g_places[(first + i) % kPlaces];
     std::uint64_t found = 0;
-    if (place.key.compare_exchange_strong(found, key) || found == key) {
-      return place.times.fetch_add(1, std::memory_order_relaxed) + 1;
-    }
+    if (place.key.compare_exchange_strong(found, key) || found == key) return &place;
   }
-  return 0;
+  return nullptr;
 }
 
 void ForgetAll() {
@@ -55,6 +46,7 @@ void ForgetAll() {
   for (Place& place : g_places) {
     place.key.store(0);
     place.times.store(0);
+    place.told = 0;
   }
 }
 

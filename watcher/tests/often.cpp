@@ -1,5 +1,6 @@
-// A misuse before main, many from one place on several threads, one while memory is out, one that
-// passes an exception, and one when the program ends.
+// A misuse before main, many from one place on several threads, some from each of many places where
+// several threads arrive at once, one while memory is out, one that passes an exception, and one
+// when the program ends.
 
 #include <atomic>
 #include <cstdio>
@@ -35,10 +36,26 @@ void RefuseOften() {
   for (int i = 0; i < 2500; ++i) roi.GenRect1(p1, p2);
 }
 
-void OnFourThreads() {
+void OnFourThreads(void (*misuse)()) {
   std::vector<std::thread> threads;
-  for (int i = 0; i < 4; ++i) threads.emplace_back(RefuseOften);
+  for (int i = 0; i < 4; ++i) threads.emplace_back(misuse);
   for (std::thread& thread : threads) thread.join();
+}
+
+std::atomic<int> g_arrived{0};
+
+// Waits until all four threads have come to a step.
+void Arrive(int step) {
+  g_arrived.fetch_add(1);
+  while (g_arrived.load() < 4 * step) std::this_thread::yield();
+}
+
+template <int kPlace>
+void RemoveTogether() {
+  VemPointArray points;
+  Arrive(kPlace);
+  for (int i = 0; i < 250; ++i) points.Remove(100 + kPlace);
+  if constexpr (kPlace < 20) RemoveTogether<kPlace + 1>();
 }
 
 bool Starve() {
@@ -66,7 +83,8 @@ bool PassException() {
 void* malloc(std::size_t size) { return t_starved ? nullptr : __libc_malloc(size); }
 
 int main() {
-  OnFourThreads();
+  OnFourThreads(&RefuseOften);
+  OnFourThreads(&RemoveTogether<1>);
   if (!Starve()) return 1;
   if (!PassException()) return 2;
   return 0;
