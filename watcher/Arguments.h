@@ -72,7 +72,9 @@ inline bool AddValue(Text& text, const char* lead, int length, const char* name,
 }
 inline bool AddValue(Text& text, const char* lead, int length, const char* name,
                      const char* string) {
-  text.Add("%s%.*s \"%.80s\"", lead, length, name, string);
+  text.Add("%s%.*s \"", lead, length, name);
+  text.AddForeign(string, 80);
+  text.Add("\"");
   return true;
 }
 template <typename T>

@@ -22,60 +22,58 @@ namespace {
 constexpr int kCount = sizeof(kOperations) / sizeof(*kOperations);
 static_assert(kCount <= kTalliedOperations, "each is counted");
 
-std::atomic<void*> g_originals[kCount];
+// What is there from the start stays where it is.
+std::atomic<void*> g_lasting[kCount];
+// What a plugin has brought along goes with it: these hold until a library is unloaded.
+std::atomic<void*> g_passing[kCount];
+std::atomic<unsigned long long> g_unloads{0};
+std::atomic<bool> g_isUsed{false};
 
-// What a plugin has loaded for itself is not found in the order of libraries.
-void* FindInLibraries(const char* symbol, int flags) {
+bool HasLibrary() {
+  Module module;
+  return FindLibrary(VEM_DATA_LIBRARY, module) || FindLibrary(VEM_RLC_LIBRARY, module);
+}
+
+void* FindInLibraries(const char* symbol) {
   for (const char* const name : {VEM_DATA_LIBRARY, VEM_RLC_LIBRARY}) {
-    void* const library = dlopen(name, RTLD_LAZY | flags);
-    void* const found = library != nullptr ? dlsym(library, symbol) : nullptr;
+    Module library;
+    void* const found = FindLibrary(name, library) ? library.Find(symbol) : nullptr;
     if (found != nullptr) return found;
   }
   return nullptr;
 }
 
-// A library that has once been called stays where it is.
-void KeepLoaded(const void* place) {
-  Dl_info info;
-  if (dladdr(place, &info) != 0) {
-    static_cast<void>(dlopen(info.dli_fname, RTLD_LAZY | RTLD_NOLOAD | RTLD_NODELETE));
+// A program that is linked to the watcher alone has the library by this, to its end.
+void* Load(const Operation& operation) {
+  void* const next = dlsym(RTLD_NEXT, operation.symbol);
+  if (next != nullptr) return next;
+  for (const char* const name : {VEM_DATA_LIBRARY, VEM_RLC_LIBRARY}) {
+    void* const library = dlopen(name, RTLD_LAZY);
+    void* const found = library != nullptr ? dlsym(library, operation.symbol) : nullptr;
+    if (found != nullptr) return found;
   }
+  TellNoLibrary(operation);
+  std::abort();
 }
 
-void* FindLoaded(const char* symbol) {
-  void* const found = dlsym(RTLD_NEXT, symbol);
-  return found != nullptr ? found : FindInLibraries(symbol, RTLD_NOLOAD);
+void ForgetPassing() {
+  for (std::atomic<void*>& original : g_passing) original.store(nullptr, std::memory_order_relaxed);
 }
 
-// Where one operation is, there are the others.
-void FindOthers() {
-  for (const Operation& operation : kOperations) {
-    void* const found = FindLoaded(operation.symbol);
-    if (found != nullptr) g_originals[operation.id].store(found, std::memory_order_relaxed);
+void* PassingOriginal(int id) {
+  const unsigned long long unloads = Unloads();
+  if (g_unloads.exchange(unloads, std::memory_order_relaxed) != unloads) ForgetPassing();
+  void* known = g_passing[id].load(std::memory_order_relaxed);
+  if (known != nullptr) return known;
+  known = FindInLibraries(kOperations[id].symbol);
+  if (known != nullptr) {
+    g_passing[id].store(known, std::memory_order_relaxed);
+  } else {
+    known = Load(kOperations[id]);
+    g_lasting[id].store(known, std::memory_order_relaxed);
   }
-}
-
-void* Find(const Operation& operation) {
-  void* found = FindLoaded(operation.symbol);
-  if (found == nullptr) found = FindInLibraries(operation.symbol, 0);
-  if (found == nullptr) {
-    Text text;
-    text.Add("VemCheck: no library has %s (%s)\n", operation.name, operation.symbol);
-    text.Write();
-    std::abort();
-  }
-  KeepLoaded(found);
-  FindOthers();
-  return found;
-}
-
-// All at once where the library is there from the start, before memory may be short.
-__attribute__((constructor)) void FindAll() {
-  for (const Operation& operation : kOperations) {
-    void* const found = dlsym(RTLD_NEXT, operation.symbol);
-    if (found == nullptr) return;
-    g_originals[operation.id].store(found, std::memory_order_relaxed);
-  }
+  if (!g_isUsed.exchange(true)) BeginUse();
+  return known;
 }
 
 }  // namespace
@@ -83,39 +81,38 @@ __attribute__((constructor)) void FindAll() {
 const int kOperationCount = kCount;
 
 void* Original(int id) {
-  void* known = g_originals[id].load(std::memory_order_relaxed);
-  if (known != nullptr) return known;
-  known = Find(kOperations[id]);
-  g_originals[id].store(known, std::memory_order_relaxed);
-  return known;
+  void* const known = g_lasting[id].load(std::memory_order_relaxed);
+  return known != nullptr ? known : PassingOriginal(id);
 }
 
-bool IsLibrary(const void* module) {
-  Dl_info info;
-  const void* const place = g_originals[0].load(std::memory_order_relaxed);
-  return place != nullptr && dladdr(place, &info) != 0 && info.dli_fbase == module;
+// All at once, for whichever library comes next in the order of the linker: before memory may be
+// short, and before a library is opened.
+void FindAtStart() {
+  if (!HasLibrary() && dlsym(RTLD_NEXT, kOperations[0].symbol) == nullptr) return;
+  for (const Operation& operation : kOperations) {
+    void* const found = dlsym(RTLD_NEXT, operation.symbol);
+    if (found == nullptr) continue;
+    g_lasting[operation.id].store(found, std::memory_order_relaxed);
+    g_isUsed.store(true);
+  }
 }
+
+bool IsLibrary(const Module& module) { return module.IsNamed(VEM_DATA_LIBRARY); }
 
 bool IsExported(const char* symbol) {
-  if (symbol == nullptr) return false;
-  Dl_info info;
-  const void* const found = FindLoaded(symbol);
-  return found != nullptr && dladdr(found, &info) != 0 && IsLibrary(info.dli_fbase);
+  Module library;
+  return symbol != nullptr && FindLibrary(VEM_DATA_LIBRARY, library) &&
+         library.Find(symbol) != nullptr;
 }
 
 bool IsOriginal(const void* place) {
   if (place == nullptr) return false;
-  for (const std::atomic<void*>& original : g_originals) {
+  for (const std::atomic<void*>& original : g_lasting) {
     if (original.load(std::memory_order_relaxed) == place) return true;
   }
   return false;
 }
 
-bool IsInUse() {
-  for (const std::atomic<void*>& original : g_originals) {
-    if (original.load(std::memory_order_relaxed) != nullptr) return true;
-  }
-  return false;
-}
+bool IsInUse() { return g_isUsed.load(); }
 
 }  // namespace watcher

@@ -1,6 +1,8 @@
 #ifndef WATCHER_OPERATIONS_H_
 #define WATCHER_OPERATIONS_H_
 
+#include "watcher/Modules.h"
+
 /// What is watched, and where the library has it.
 namespace watcher {
 
@@ -19,17 +21,18 @@ extern const int kOperationCount;
 /// is told and the process ends.
 void* Original(int id);
 
-/// Whether a module, told by where it begins, is the library with the classes.
-bool IsLibrary(const void* module);
+/// Finds the operations of the libraries that the process has from its start.
+void FindAtStart();
 
+/// Whether a module is the library with the classes.
+bool IsLibrary(const Module& module);
 /// Whether the library has a function by this name, which may be null: a function elsewhere by the
 /// same name is a body from a header.
 bool IsExported(const char* symbol);
-
 /// Whether a watched operation passes its calls on to this place.
 bool IsOriginal(const void* place);
 
-/// Whether the process has the library.
+/// Whether the process has used the library, or has it from its start.
 bool IsInUse();
 
 }  // namespace watcher

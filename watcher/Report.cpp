@@ -1,19 +1,18 @@
 #include "watcher/Report.h"
 
 #include <cxxabi.h>
-#include <dlfcn.h>
 #include <pthread.h>
-#include <unistd.h>
-#include <unwind.h>
+#include <signal.h>
+#include <ucontext.h>
 
 #include <atomic>
 #include <cerrno>
-#include <cstdarg>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 
+#include "watcher/Modules.h"
 #include "watcher/Tally.h"
 
 namespace watcher {
@@ -23,14 +22,16 @@ enum Mode : int { kUnread, kPrint, kAbort, kSum };
 
 std::atomic<int> g_mode{kUnread};
 
+bool IsAsked(const char* name) {
+  const char* const asked = std::getenv("VEM_CHECK");
+  return asked != nullptr && std::strcmp(asked, name) == 0;
+}
+
 // Without a lock: whoever reads it first, reads the same.
 int TheMode() {
   const int known = g_mode.load(std::memory_order_relaxed);
   if (known != kUnread) return known;
-  const char* const asked = std::getenv("VEM_CHECK");
-  int mode = kPrint;
-  if (asked != nullptr && std::strcmp(asked, "abort") == 0) mode = kAbort;
-  if (asked != nullptr && std::strcmp(asked, "count") == 0) mode = kSum;
+  const int mode = IsAsked("abort") ? kAbort : IsAsked("count") ? kSum : kPrint;
   g_mode.store(mode, std::memory_order_relaxed);
   return mode;
 }
@@ -44,77 +45,102 @@ static_assert(sizeof(kKindNames) / sizeof(*kKindNames) == kKinds, "a name for ea
 // Set while a thread tells something: what it calls meanwhile is its own business.
 __thread bool t_telling __attribute__((tls_model("initial-exec")));
 
-// The library or program that a place lies in.
-const void* ModuleOf(const void* place) {
-  Dl_info info;
-  return dladdr(place, &info) != 0 ? info.dli_fbase : nullptr;
-}
+// What the one thread that tells has to itself: a thread's stack may be small.
+pthread_mutex_t g_telling = PTHREAD_MUTEX_INITIALIZER;
+Text g_text;
+Stack g_stack;
+alignas(16) char g_room[256 * 1024];
+ucontext_t g_thread;
+ucontext_t g_teller;
 
-// Whether a call is part of an operation that was watched itself: it comes from the library, of
-// which one part calls the other, or from a body that a header gave to another library.
-bool IsInside(const void* caller) {
-  Dl_info info;
-  if (dladdr(static_cast<const char*>(caller) - 1, &info) == 0) return false;
-  return IsLibrary(info.dli_fbase) || IsOriginal(info.dli_saddr);
-}
+/// While it lives, this thread tells, and nothing comes between: no handler of a signal, which
+/// might never return here; no end of the thread, which a write may be; and no signal that a reader
+/// has gone.
+class Turn {
+ public:
+  Turn() {
+    sigset_t all;
+    sigfillset(&all);
+    for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP}) sigdelset(&all, fault);
+    pthread_sigmask(SIG_BLOCK, &all, &mask_);
+    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancel_);
+    hadPipeSignal_ = HasPipeSignal();
+    pthread_mutex_lock(&g_telling);
+  }
+  ~Turn() {
+    pthread_mutex_unlock(&g_telling);
+    LetGo();
+  }
+  Turn(const Turn&) = delete;
+  Turn& operator=(const Turn&) = delete;
 
-struct Stack {
-  static constexpr int kDepth = 24;
+  /// Ends the process; the others never have their turn.
+  [[noreturn]] void Abort() {
+    LetGo();
+    std::abort();
+  }
 
-  void* places[kDepth];
-  int count = 0;
+ private:
+  static bool HasPipeSignal() {
+    sigset_t pending;
+    return sigpending(&pending) == 0 && sigismember(&pending, SIGPIPE) == 1;
+  }
+
+  void LetGo() {
+    if (!hadPipeSignal_ && HasPipeSignal()) {
+      sigset_t pipe;
+      sigemptyset(&pipe);
+      sigaddset(&pipe, SIGPIPE);
+      const timespec none = {0, 0};
+      sigtimedwait(&pipe, nullptr, &none);
+    }
+    pthread_setcancelstate(cancel_, nullptr);
+    pthread_sigmask(SIG_SETMASK, &mask_, nullptr);
+  }
+
+  sigset_t mask_;
+  int cancel_ = 0;
+  bool hadPipeSignal_ = false;
 };
 
-_Unwind_Reason_Code AddPlace(_Unwind_Context* context, void* stack) {
-  Stack& all = *static_cast<Stack*>(stack);
-  const std::uintptr_t place = _Unwind_GetIP(context);
-  if (place == 0 || all.count == Stack::kDepth) return _URC_END_OF_STACK;
-  // A call's place is before the one that it returns to.
-  all.places[all.count++] = reinterpret_cast<void*>(place - 1);
-  return _URC_NO_REASON;
+void (*g_work)(const void*);
+const void* g_workArgument;
+
+void Work() { g_work(g_workArgument); }
+
+// Runs something on the watcher's own stack.
+void RunWithRoom(void (*work)(const void*), const void* argument) {
+  if (getcontext(&g_teller) != 0) return work(argument);
+  g_work = work;
+  g_workArgument = argument;
+  g_teller.uc_stack.ss_sp = g_room;
+  g_teller.uc_stack.ss_size = sizeof(g_room);
+  g_teller.uc_link = &g_thread;
+  makecontext(&g_teller, &Work, 0);
+  swapcontext(&g_thread, &g_teller);
 }
 
-// Where a misuse is told to be: where the program calls. What a compiler has not inlined calls from
-// its body, which all of the program shares.
-const void* PlaceOf(const void* caller) {
-  Dl_info info;
-  if (dladdr(static_cast<const char*>(caller) - 1, &info) == 0) return caller;
-  if (!IsExported(info.dli_sname)) return caller;
-  Stack stack;
-  _Unwind_Backtrace(&AddPlace, &stack);
-  const void* const own = ModuleOf(reinterpret_cast<const void*>(&ModuleOf));
-  for (int i = 0; i < stack.count; ++i) {
-    if (dladdr(stack.places[i], &info) == 0) return stack.places[i];
-    if (info.dli_fbase != own && !IsExported(info.dli_sname)) return stack.places[i];
-  }
-  return caller;
+void AddName(const char* name) {
+  // A long one takes more room than there is to be read.
+  constexpr std::size_t kLongest = 500;
+  int status = 0;
+  char* const readable =
+      std::strlen(name) > kLongest ? nullptr : abi::__cxa_demangle(name, nullptr, nullptr, &status);
+  g_text.AddForeign(readable != nullptr ? readable : name, 160);
+  std::free(readable);
+  g_text.Add(" ");
 }
 
-void AddPlaceText(Text& text, const void* place, const Dl_info& info) {
-  text.Add("    at ");
-  if (info.dli_sname != nullptr) {
-    int status = 0;
-    char* const readable = abi::__cxa_demangle(info.dli_sname, nullptr, nullptr, &status);
-    text.Add("%.160s ", readable != nullptr ? readable : info.dli_sname);
-    std::free(readable);
-  }
-  text.Add("(%.160s+0x%zx)\n", info.dli_fname != nullptr ? info.dli_fname : "?",
-           static_cast<std::size_t>(static_cast<const char*>(place) -
-                                    static_cast<const char*>(info.dli_fbase)));
-}
-
-void AddBacktrace(Text& text) {
-  Stack stack;
-  _Unwind_Backtrace(&AddPlace, &stack);
-  const void* const own = ModuleOf(reinterpret_cast<const void*>(&ModuleOf));
-  for (int i = 0; i < stack.count && text.HasRoom(); ++i) {
-    Dl_info info;
-    if (dladdr(stack.places[i], &info) == 0) {
-      text.Add("    at %p\n", stack.places[i]);
-    } else if (info.dli_fbase != own) {
-      AddPlaceText(text, stack.places[i], info);
-    }
-  }
+void AddPlace(const void* place) {
+  Module module;
+  if (!FindModule(place, module)) return g_text.Add("    at %p\n", place);
+  g_text.Add("    at ");
+  const char* const name = module.NameAt(place);
+  if (name != nullptr) AddName(name);
+  g_text.Add("(");
+  g_text.AddForeign(module.file, 160);
+  g_text.Add("+0x%zx)\n",
+             static_cast<std::size_t>(reinterpret_cast<std::uintptr_t>(place) - module.offset));
 }
 
 bool IsPowerOfTen(unsigned long number) {
@@ -150,19 +176,24 @@ void AddCounts(Text& text, int kind) {
   }
 }
 
+void TellNoRoom() {
+  static std::atomic<bool> isTold{false};
+  if (isTold.exchange(true)) return;
+  const Turn turn;
+  g_text.Add("VemCheck: misuse from more than %d places, and further ones are not told\n", kPlaces);
+  g_text.Write();
+}
+
 void SumUp() {
   unsigned long all = 0;
   for (int id = 0; id < kOperationCount; ++id) {
     for (int kind = 0; kind < kKinds; ++kind) all += CountOf(id, kind);
   }
-  Text text;
-  text.Add("VemCheck: %lu in all\n", all);
-  for (int kind = 0; kind < kKinds; ++kind) AddCounts(text, kind);
-  text.Write();
+  const Turn turn;
+  g_text.Add("VemCheck: %lu in all\n", all);
+  for (int kind = 0; kind < kKinds; ++kind) AddCounts(g_text, kind);
+  g_text.Write();
 }
-
-// Held by the one thread that tells.
-pthread_mutex_t g_telling = PTHREAD_MUTEX_INITIALIZER;
 
 // A child counts and tells for itself alone. The thread that told when it was forked is not in it.
 void BeginChild() {
@@ -171,8 +202,11 @@ void BeginChild() {
 }
 
 __attribute__((constructor)) void Begin() {
+  KeepErrors();
   TheMode();
   pthread_atfork(nullptr, nullptr, &BeginChild);
+  FindAtStart();
+  if (IsInUse()) BeginUse();
 }
 
 __attribute__((destructor)) void End() {
@@ -181,71 +215,66 @@ __attribute__((destructor)) void End() {
 
 }  // namespace
 
-void Text::Add(const char* format, ...) {
-  const std::size_t room = sizeof(bytes_) - length_;
+struct Call::Telling {
+  const Call& call;
+  Kind kind;
+  const char* format;
+  va_list& arguments;
+  unsigned long times;
+};
+
+void Call::PrintOnce(const Telling& telling) const {
+  g_text.Add("%s: ", operation_.name);
   va_list arguments;
-  va_start(arguments, format);
-  const int added = std::vsnprintf(bytes_ + length_, room, format, arguments);
+  va_copy(arguments, telling.arguments);
+  g_text.AddList(telling.format, arguments);
   va_end(arguments);
-  if (added < 0) return;
-  const std::size_t wanted = static_cast<std::size_t>(added);
-  length_ += wanted < room ? wanted : room - 1;
-}
-
-void Text::Write() {
-  std::size_t written = 0;
-  while (written < length_) {
-    const ssize_t result = write(STDERR_FILENO, bytes_ + written, length_ - written);
-    if (result < 0 && errno == EINTR) continue;
-    if (result <= 0) break;
-    written += static_cast<std::size_t>(result);
+  g_text.Add("\n");
+  if (telling.times > 1) {
+    g_text.Add("    for the %luth time from here\n", telling.times);
+  } else {
+    if (telling.kind != Kind::kIndex) Describe(g_text);
+    for (int i = 0; i < g_stack.count && g_text.HasRoom(); ++i) AddPlace(g_stack.places[i]);
   }
-  length_ = 0;
+  g_text.Write();
 }
 
-void Call::Print(Kind kind, const char* what, bool isLast) const {
+void Call::Print(Kind kind, const char* format, va_list& arguments) const {
   Place* const place = PlaceAt(PlaceOf(caller_), operation_.id, static_cast<int>(kind));
-  if (place == nullptr) return;
+  if (place == nullptr) return TellNoRoom();
   const unsigned long times = place->times.fetch_add(1, std::memory_order_relaxed) + 1;
+  const bool isLast = TheMode() == kAbort;
   if (!IsPowerOfTen(times) && !isLast) return;
-  pthread_mutex_lock(&g_telling);
+  BeginUse();
+  Turn turn;
   // A thread that comes here for the 10th time may be before the one that came for the first time.
   while (place->told < times && (!isLast || place->told == 0)) {
+    if (place->told == 0) g_stack.Read();
     place->told = place->told == 0 ? 1 : 10 * place->told;
-    PrintOnce(kind, what, place->told);
+    const Telling telling = {*this, kind, format, arguments, place->told};
+    RunWithRoom(&PrintWithRoom, &telling);
   }
-  if (isLast) std::abort();
-  pthread_mutex_unlock(&g_telling);
+  if (isLast) turn.Abort();
 }
 
-void Call::PrintOnce(Kind kind, const char* what, unsigned long times) const {
-  Text text;
-  text.Add("%s: %s\n", operation_.name, what);
-  if (times > 1) {
-    text.Add("    for the %luth time from here\n", times);
-  } else {
-    if (kind != Kind::kIndex) Describe(text);
-    AddBacktrace(text);
-  }
-  text.Write();
+void Call::PrintWithRoom(const void* telling) {
+  const Telling& what = *static_cast<const Telling*>(telling);
+  what.call.PrintOnce(what);
 }
 
 void Call::Tell(Kind kind, const char* format, ...) const {
   if (t_telling) return;
   t_telling = true;
   const int error = errno;
-  const int mode = TheMode();
   if (IsInside(caller_)) {
     // Told of the outer one, where it is a misuse.
-  } else if (mode == kSum) {
+  } else if (TheMode() == kSum) {
     Count(operation_.id, static_cast<int>(kind));
   } else {
-    char what[512];
     va_list arguments;
     va_start(arguments, format);
-    std::vsnprintf(what, sizeof(what), format, arguments);
+    Print(kind, format, arguments);
     va_end(arguments);
-    Print(kind, what, mode == kAbort);
   }
   errno = error;
   t_telling = false;
@@ -269,6 +298,24 @@ const char* Call::NameOf(int argument, int& length) const {
   for (; argument > 0; --argument) name += std::strcspn(name, " ") + 1;
   length = static_cast<int>(std::strcspn(name, " ?"));
   return name;
+}
+
+void BeginUse() {
+  static std::atomic<bool> isBegun{false};
+  if (isBegun.exchange(true) || TheMode() != kPrint || IsAsked("print")) return;
+  const char* const asked = std::getenv("VEM_CHECK");
+  if (asked == nullptr || *asked == '\0') return;
+  const Turn turn;
+  g_text.Add("VemCheck: VEM_CHECK is \"");
+  g_text.AddForeign(asked, 80);
+  g_text.Add("\", which is none of print, abort and count: every misuse is told\n");
+  g_text.Write();
+}
+
+void TellNoLibrary(const Operation& operation) {
+  const Turn turn;
+  g_text.Add("VemCheck: no library has %s (%s)\n", operation.name, operation.symbol);
+  g_text.Write();
 }
 
 }  // namespace watcher

@@ -1,17 +1,20 @@
 #ifndef WATCHER_REPORT_H_
 #define WATCHER_REPORT_H_
 
+#include <cstdarg>
 #include <cstddef>
 
+#include "watcher/Callers.h"
 #include "watcher/Operations.h"
+#include "watcher/Text.h"
 
 /// How the watcher tells a misuse: a line with the operation and what is wrong; then, indented, its
 /// arguments and where it was called.
 ///
-/// Nothing here takes from the heap but the reading of names, and where that fails they are told as
-/// the linker has them. What a thread calls while it tells is not told. Any number of threads may
-/// misuse at once: one after the other tells, each text in one piece, and those of one place in
-/// order.
+/// Any number of threads may misuse at once: one after the other tells, each text in one piece, and
+/// those of one place in order. What a thread calls while it tells is not told. Nothing here waits
+/// for the loader, takes much of the thread's stack, or takes from the heap but the reading of
+/// names; where that fails, they are told as the linker has them.
 namespace watcher {
 
 /// The kinds of misuse, which are counted apart.
@@ -24,20 +27,6 @@ enum class Kind : int {
   kNoEffect,   ///< A call that does less than it is asked for.
   kFault,      ///< A call that the processor ends.
   kCount
-};
-
-/// A text of limited length: what does not fit is cut off.
-class Text {
- public:
-  void Add(const char* format, ...) __attribute__((format(printf, 2, 3)));
-  /// Whether there is room for a line.
-  bool HasRoom() const { return length_ + 400 < sizeof(bytes_); }
-  /// Goes out on stderr, and is empty then.
-  void Write();
-
- private:
-  char bytes_[4096];  ///< As much as a pipe takes in one piece.
-  std::size_t length_ = 0;
 };
 
 /// One call of a watched operation.
@@ -67,12 +56,22 @@ class Call {
   /// Writes the arguments, each with its name.
   virtual void Describe(Text& text) const = 0;
 
-  void Print(Kind kind, const char* what, bool isLast) const;
-  void PrintOnce(Kind kind, const char* what, unsigned long times) const;
+  struct Telling;
+
+  void Print(Kind kind, const char* format, va_list& arguments) const;
+  static void PrintWithRoom(const void* telling);
+  void PrintOnce(const Telling& telling) const;
 
   const Operation& operation_;
   const void* caller_;
 };
+
+/// Tells a VEM_CHECK without a meaning, the first time. Called when it is known that the process
+/// uses the library.
+void BeginUse();
+
+/// Tells that no library has an operation that was called.
+void TellNoLibrary(const Operation& operation);
 
 }  // namespace watcher
 

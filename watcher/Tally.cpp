@@ -6,7 +6,6 @@ namespace watcher {
 namespace {
 
 constexpr int kKinds = 8;
-constexpr std::size_t kPlaces = 4096;
 
 std::atomic<unsigned long> g_counts[kTalliedOperations][kKinds];
 Place g_places[kPlaces];
@@ -33,8 +32,9 @@ Place* PlaceAt(const void* caller, int operation, int kind) {
   const std::size_t first = static_cast<std::size_t>(key * 0x9E3779B97F4A7C15u >> 52);
   for (std::size_t i = 0; i < kPlaces; ++i) {
     Place& place = g_places[(first + i) % kPlaces];
-    std::uint64_t found = 0;
-    if (place.key.compare_exchange_strong(found, key) || found == key) return &place;
+    std::uint64_t found = place.key.load(std::memory_order_relaxed);
+    if (found == 0) place.key.compare_exchange_strong(found, key);
+    if (found == 0 || found == key) return &place;
   }
   return nullptr;
 }

@@ -18,6 +18,9 @@ struct Place {
 /// How many operations there is room for.
 constexpr int kTalliedOperations = 1024;
 
+/// How many places there is room for.
+constexpr int kPlaces = 4096;
+
 /// Counts a misuse of an operation.
 void Count(int operation, int kind);
 unsigned long CountOf(int operation, int kind);

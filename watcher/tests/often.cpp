@@ -1,6 +1,6 @@
 // A misuse before main, many from one place on several threads, some from each of many places where
-// several threads arrive at once, one while memory is out, one that passes an exception, and one
-// when the program ends.
+// several threads arrive at once, one while memory is out, one that passes an exception, some that
+// take no memory, and one when the program ends.
 
 #include <atomic>
 #include <cstdio>
@@ -19,6 +19,7 @@ extern "C" void* __libc_malloc(std::size_t size);
 namespace {
 
 thread_local bool t_starved = false;
+std::atomic<int> g_taken{0};
 
 struct AtBothEnds {
   AtBothEnds() { points.Remove(11); }
@@ -66,6 +67,22 @@ bool Starve() {
   return points.Length() == 0;
 }
 
+__attribute__((noinline)) int RemoveHere(VemPointArray& points) {
+  points.Remove(14);
+  return points.Length();
+}
+
+// From the second time on, nothing takes from the heap, be it told or not.
+bool TakesNothing() {
+  VemPointArray points;
+  int before = 0;
+  for (int i = 0; i < 10; ++i) {
+    if (i == 1) before = g_taken;
+    RemoveHere(points);
+  }
+  return g_taken == before;
+}
+
 bool PassException() {
   VemImage image;
   unsigned char byte = 0;
@@ -80,12 +97,16 @@ bool PassException() {
 
 }  // namespace
 
-void* malloc(std::size_t size) { return t_starved ? nullptr : __libc_malloc(size); }
+void* malloc(std::size_t size) {
+  ++g_taken;
+  return t_starved ? nullptr : __libc_malloc(size);
+}
 
 int main() {
   OnFourThreads(&RefuseOften);
   OnFourThreads(&RemoveTogether<1>);
   if (!Starve()) return 1;
   if (!PassException()) return 2;
+  if (!TakesNothing()) return 3;
   return 0;
 }

@@ -1,0 +1,116 @@
+// Misuses where it is hard to tell them. Each returns 0 if the program is as it would be without
+// the watcher.
+
+#include <fcntl.h>
+#include <limits.h>
+#include <pthread.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+#include <utility>
+
+#include "VemData.h"
+
+extern "C" {
+#pragma GCC visibility push(default)
+int Remove();
+int Reload();
+int ReaderGone();
+int OtherFile();
+int AllClosed();
+int SmallStack();
+int Cancelled();
+int Texts();
+#pragma GCC visibility pop
+}
+
+namespace {
+
+void Misuse() {
+  VemPointArray points;
+  points.Remove(3);
+}
+
+// What is opened in the place of stderr stays empty.
+int MisuseBesideAFile() {
+  char name[] = "/tmp/corner-XXXXXX";
+  const int file = mkstemp(name);
+  if (file < 0) return 1;
+  unlink(name);
+  if (file != STDERR_FILENO) return 2;
+  Misuse();
+  struct stat now;
+  return fstat(file, &now) == 0 && now.st_size == 0 ? 0 : 3;
+}
+
+}  // namespace
+
+// A name that takes much to read.
+template <typename T>
+struct Deep {
+  __attribute__((noinline)) static void* Run(void* argument) {
+    Misuse();
+    return argument;
+  }
+};
+using Pair = std::pair<std::string, std::string>;
+using Pairs = std::pair<Pair, std::pair<Pair, Pair>>;
+template struct Deep<std::pair<Pairs, Pairs>>;
+
+int Remove() {
+  Misuse();
+  return 0;
+}
+
+int Reload() { return Remove(); }
+
+int ReaderGone() { return Remove(); }
+
+int OtherFile() {
+  close(STDERR_FILENO);
+  return MisuseBesideAFile();
+}
+
+int AllClosed() {
+  for (int file = STDERR_FILENO; file < 1024; ++file) close(file);
+  return MisuseBesideAFile();
+}
+
+int SmallStack() {
+  pthread_attr_t attributes;
+  pthread_attr_init(&attributes);
+  pthread_attr_setstacksize(&attributes, PTHREAD_STACK_MIN);
+  pthread_t thread;
+  int status = pthread_create(&thread, &attributes, &Deep<std::pair<Pairs, Pairs>>::Run, nullptr);
+  if (status == 0) status = pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+  return status;
+}
+
+int Cancelled() {
+  static bool isBehind = false;
+  const auto run = [](void* argument) -> void* {
+    pthread_cancel(pthread_self());
+    Misuse();
+    isBehind = true;
+    pthread_testcancel();
+    return argument;
+  };
+  pthread_t thread;
+  void* result = nullptr;
+  if (pthread_create(&thread, nullptr, run, nullptr) != 0) return 1;
+  pthread_join(thread, &result);
+  return isBehind && result == PTHREAD_CANCELED ? 0 : 2;
+}
+
+int Texts() {
+  unsigned char byte = 0;
+  VemImage image(&byte, 1, 1, 1, 1, VemImageType8U);
+  image.SaveImage("a\nVemVar::D: forged\x1B[31m");
+  image.SaveImage("\"b\\ \xC3\xA9 \xC2\x85 \xE9t\xE9");
+  image.SaveImage(std::string(80, 'a').c_str());
+  image.SaveImage((std::string(79, 'a') + "\xC3\xA9\xC3\xA9").c_str());
+  return 0;
+}
