@@ -1,6 +1,7 @@
 #ifndef WATCHER_CHECKS_H_
 #define WATCHER_CHECKS_H_
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -62,11 +63,14 @@ inline void NoResult(const Call& call, const VemVar& left, const VemVar& right) 
   call.Tell(Kind::kOtherKind, "no result for %s and %s", KindOf(left), KindOf(right));
 }
 
+inline bool IsFault(long dividend, long divisor) {
+  return divisor == 0 || (divisor == -1 && dividend == std::numeric_limits<long>::min());
+}
+
 inline void DivideLong(const Call& call, long dividend, long divisor) {
-  if (divisor == 0) call.Tell(Kind::kFault, "an integer is divided by 0");
-  if (divisor == -1 && dividend == std::numeric_limits<long>::min()) {
-    call.Tell(Kind::kFault, "the smallest integer is divided by -1");
-  }
+  if (!IsFault(dividend, divisor)) return;
+  call.Tell(Kind::kFault,
+            divisor == 0 ? "an integer is divided by 0" : "the smallest integer is divided by -1");
 }
 
 // Two texts have a sum.
@@ -91,10 +95,14 @@ inline void Divide(const Call& call, const VemVar& left, const VemVar& right) {
   DivideLong(call, PayloadOf<long>(left), PayloadOf<long>(right));
 }
 
-// The other side enters with its bits.
 inline void Remainder(const Call& call, const VemVar& left, const VemVar& right) {
   if (!IsLong(left) && !IsLong(right)) return NoResult(call, left, right);
-  DivideLong(call, PayloadOf<long>(left), PayloadOf<long>(right));
+  const long dividend = PayloadOf<long>(left);
+  const long divisor = PayloadOf<long>(right);
+  if (IsFault(dividend, divisor)) return DivideLong(call, dividend, divisor);
+  if (IsLong(left) && IsLong(right)) return;
+  call.Tell(Kind::kOtherKind, "the %s side is %s, which enters with its bits",
+            IsLong(left) ? "right" : "left", KindOf(IsLong(left) ? right : left));
 }
 
 // --- Arrays ---
@@ -208,9 +216,10 @@ inline bool RefuseType(const Call& call, int type) {
   return call.Refuse(type < 0 || type > 6, "type is not from 0 to 6");
 }
 
-inline void NewImage(const Call& call, const unsigned char*, int, int, int, int channels,
-                     VemImageType type) {
-  if (RefuseType(call, type)) return;
+// Of no area, whatever is asked for is empty.
+inline void NewImage(const Call& call, const unsigned char*, int, int height, int width,
+                     int channels, VemImageType type) {
+  if (height == 0 || width == 0 || RefuseType(call, type)) return;
   if (channels < 1 || channels > 512) {
     call.Tell(Kind::kNoEffect, "channels %d is not from 1 to 512, and wraps", channels);
   }
@@ -231,6 +240,7 @@ inline void CreateImage(const Call& call, const VemImage&, const unsigned char*,
 template <typename Char, typename... Args>
 void SaveImage(const Call& call, const VemImage& self, const Char* path, Args&...) {
   if (!IsAddress(&Behind(self)) || Behind(self).cols < 1) return;
+  if (path == nullptr) return call.Tell(Kind::kObject, "path is null");
   const std::size_t length = std::char_traits<Char>::length(path);
   if (length < 4) return;
   const char known[] = "jpeg";
@@ -245,14 +255,14 @@ void SaveImage(const Call& call, const VemImage& self, const Char* path, Args&..
   }
 }
 
-inline void NewMatrix(const Call& call, const void*, int, int, VemMatrixType type) {
-  RefuseType(call, type);
+inline void NewMatrix(const Call& call, const void*, int rows, int cols, VemMatrixType type) {
+  if (rows != 0 && cols != 0) RefuseType(call, type);
 }
 
 inline void ZeroMatrix(const Call& call, int rows, int cols, VemMatrixType type) {
   if (call.Refuse(rows < 0, "rows is negative")) return;
   if (call.Refuse(cols < 0, "cols is negative")) return;
-  RefuseType(call, type);
+  if (rows != 0 && cols != 0) RefuseType(call, type);
 }
 
 inline void SetMatrix(const Call& call, const VemMatrix&, int rows, int cols, VemMatrixType type) {
@@ -304,7 +314,12 @@ inline void CreateElement(const Call& call, const VemMorphStructure& self, int n
   if (call.Refuse(newType < 0, "newType is negative")) return;
   if (call.Refuse(newAnchorY >= newRows, "newAnchorY is not below newRows")) return;
   if (call.Refuse(newAnchorX >= newCols, "newAnchorX is not below newCols")) return;
-  if (newType != VemMorphStructureCustom) return;
+  if (newType != VemMorphStructureCustom) {
+    if (newValues != nullptr) {
+      call.Tell(Kind::kNoEffect, "newValues is ignored, for newType is not the custom one");
+    }
+    return;
+  }
   if (call.Refuse(newValues == nullptr, "a custom element has no newValues")) return;
   if (IsCustom(self) && newValues == TableOf(self)) {
     call.Tell(Kind::kItself, "newValues is the record's own table, which is released first");
@@ -318,6 +333,26 @@ inline bool RefuseLengths(const Call& call, const VemVarArray& rows, const VemVa
   const std::size_t length = SizeOf(rows);
   return call.Refuse(SizeOf(firsts) != length || SizeOf(lasts) != length,
                      "the arrays differ in length");
+}
+
+// The rows tell how many runs there are.
+inline bool DifferInLength(const Call& call, std::size_t rows, std::size_t firsts,
+                           std::size_t lasts) {
+  if (firsts == rows && lasts == rows) return false;
+  call.Tell(Kind::kNoEffect, "rows %zu, firstColumns %zu, lastColumns %zu: the rows alone count",
+            rows, firsts, lasts);
+  return true;
+}
+
+inline void PaintedRuns(const Call& call, const IVemROIPara&, const VemVarArray& rows,
+                        const VemVarArray& firsts, const VemVarArray& lasts, int, int) {
+  DifferInLength(call, SizeOf(rows), SizeOf(firsts), SizeOf(lasts));
+}
+
+inline bool DifferInLength(const Call& call, const VemRegion& region) {
+  const VemRegionData& data = Behind(region);
+  return DifferInLength(call, SizeOf(data.Rows), SizeOf(data.FirstColumns),
+                        SizeOf(data.LastColumns));
 }
 
 inline bool RefuseCanvas(const Call& call, int width, int height) {
@@ -359,7 +394,39 @@ inline void AppendRuns(const Call& call, const IVemRegionArrayPara&, int, int,
                        const std::vector<int>& lasts) {
   if (call.Refuse(rows.empty(), "rows is empty")) return;
   if (call.Refuse(firsts.size() != rows.size(), "rows and firstColumns differ in length")) return;
-  call.Refuse(lasts.empty(), "lastColumns is empty");
+  if (call.Refuse(lasts.empty(), "lastColumns is empty")) return;
+  DifferInLength(call, rows.size(), firsts.size(), lasts.size());
+}
+
+template <typename Array, typename... Args>
+void AppendRegion(const Call& call, const Array&, const VemRegion& region, Args&...) {
+  DifferInLength(call, region);
+}
+
+template <typename Array>
+void ReplaceRegion(const Call& call, const Array& self, int index, const VemRegion& region) {
+  if (call.InRange(index, SizeOf(self))) DifferInLength(call, region);
+}
+
+// Of the two tracks, the longer one tells what there is.
+inline std::size_t LongerTrack(const IVemRegionArrayPara& self) {
+  return std::max(self.Rows.size(), self.Hierarchies.size());
+}
+
+inline void RemoveItem(const Call& call, const IVemRegionArrayPara& self, int position) {
+  call.InRange(position, LongerTrack(self));
+}
+
+inline void SwapItems(const Call& call, const IVemRegionArrayPara& self, int a, int b) {
+  if (call.InRange(a, LongerTrack(self), 0)) call.InRange(b, LongerTrack(self), 1);
+}
+
+inline void AppendOutlines(const Call& call, const IVemRegionArrayPara&,
+                           const std::vector<std::vector<cv::Point>>& contours,
+                           const std::vector<cv::Vec4i>& hierarchy, bool) {
+  if (contours.size() == hierarchy.size()) return;
+  call.Tell(Kind::kNoEffect, "contours %zu, hierarchy %zu: nothing keeps them in step",
+            contours.size(), hierarchy.size());
 }
 
 // Outlines go into a track of their own.
@@ -371,6 +438,8 @@ inline void InsertRegion(const Call& call, const IVemRegionArrayPara& self, int 
              static_cast<std::size_t>(position) > self.Hierarchies.size()) {
     call.Tell(Kind::kNoEffect, "the outlines are lost, %d of the regions before have any",
               static_cast<int>(self.Hierarchies.size()));
+  } else {
+    DifferInLength(call, region);
   }
 }
 inline void InsertRegion(const Call& call, const VemRegionArray& self, int index,
@@ -525,7 +594,20 @@ void GetMask(const Call& call, const VemROI& self, Args&... args) {
 
 template <typename Overlay>
 void FromROI(const Call& call, const Overlay&, const VemROI& roi) {
-  call.Refuse(Behind(roi).Type == VemROINone, "roi has no shape");
+  if (call.Refuse(Behind(roi).Type == VemROINone, "roi has no shape")) return;
+  if (Behind(roi).Type == VemROIMask) {
+    call.Tell(Kind::kNoEffect, "roi is a mask, of which neither canvas nor runs are taken");
+  }
+}
+
+// A mask comes without its runs, over those that there are.
+inline void SelectShape(const Call& call, const VemROIArray& self, int index, const VemROI* out) {
+  if (!call.InRange(index, SizeOf(self))) return;
+  const IVemROIArrayPara& element = ElementOf(self, index);
+  if (element.Type != VemROIMask) return;
+  if (SizeOf(element.Rows) > 0 || SizeOf(Behind(*out).Rows) > 0) {
+    call.Tell(Kind::kNoEffect, "the element is a mask, of which the runs are not taken");
+  }
 }
 
 // Readers that give true on whatever element.

@@ -53,6 +53,9 @@ void MisuseValues() {
   result = number * nothing;
   result = text / number;
   result = real % real;
+  result = number % real;
+  result = text % number;
+  result = nothing % number;
   InChild([&] { number / VemVar(0); });
   InChild([&] { VemVar(kSmallest) / VemVar(-1); });
   InChild([&] { number % nothing; });
@@ -196,6 +199,7 @@ void MisuseRasters() {
   image.SaveImage("picture.tiff", 3);
   image.SaveImage(L"picture.webp");
   image.SaveImage(L"picture.webp", 3);
+  InChild([&] { image.SaveImage(static_cast<const char*>(nullptr)); });
   image.ReadImage(static_cast<const char*>(nullptr));
   image.ReadImage(static_cast<const wchar_t*>(nullptr));
 
@@ -229,6 +233,7 @@ void MisuseMorphology() {
   structure.CreateElement(2, 2, 0, 2, kCustom, values);
   structure.CreateElement(2, 2, 2, 0, kCustom, values);
   structure.CreateElement(2, 2, 0, 0, kCustom, nullptr);
+  structure.CreateElement(2, 2, 0, 0, VemMorphStructureUnset, values);
   structure.CreateElement(2, 2, 0, 0, kCustom, values);
   InChild([&] { AssignToItself(structure, structure); });
   InChild([&] {
@@ -276,6 +281,22 @@ void MisuseRegions() {
   outlined.Select(0, region);
   parts.Append(5, 5, lists[1], lists[1], lists[1]);
   parts.Insert(1, region);
+  std::vector<int> longer = {1, 2};
+  parts.Append(5, 5, lists[1], lists[1], longer);
+  std::vector<std::vector<cv::Point>> contours(2);
+  std::vector<cv::Vec4i> hierarchy(1);
+  parts.Append(contours, hierarchy, true);
+
+  VemRegion uneven;
+  uneven.SetRuns(three, two, two);
+  parts.Append(uneven);
+  parts.Append(uneven, true);
+  parts.Insert(0, uneven);
+  parts.Replace(0, uneven);
+  VemRegionArray array;
+  array.Append(uneven);
+  array.Insert(0, uneven);
+  array.Replace(0, uneven);
 }
 
 /// Of a region of interest and of its implementation object.
@@ -328,10 +349,17 @@ void MisuseRois() {
   VemVarArray runs;
   int size = 0;
   InChild([&] { parts.GetMask(&runs, &runs, &runs, &size, &size); });
+  VemVarArray one = Numbers(1);
+  parts.ToMAT(one, one, runs, 2, 2);
   cv::Mat coloured(2, 2, CV_8UC3);
   parts.MatToMask(coloured, &runs, &runs, &runs, &size, &size);
   VemContourArray contours;
   parts.MatToMask(coloured, &contours, &size, &size);
+
+  roi.GenMask(one, one, one, 5, 5);
+  VemROIArray array;
+  array.Append(roi);
+  array.Select(0, &roi);
 }
 
 // Overlays, their implementation object and both paths name their generators by another verb.
@@ -378,6 +406,10 @@ void MisuseOverlays() {
   VemOverlay overlay;
   VEM_MISUSE_GENERATORS(overlay, Gen);
   VEM_MISUSE_RAKES(overlay, GenRakeRect1, GenRakeRect2, GenSpokeTorus);
+  VemROI mask;
+  VemVarArray none;
+  mask.GenMask(none, none, none, 5, 5);
+  overlay.FromROI(mask);
   VemROI roi;
   overlay.FromROI(roi);
   overlay.GetPoint(&p1);
@@ -393,6 +425,7 @@ void MisuseOverlays() {
   VEM_MISUSE_GENERATORS(parts, Set);
   VEM_MISUSE_RAKES(parts, SetRect1, SetRect2, SetTorus);
   parts.FromROI(roi);
+  parts.FromROI(mask);
 
   VemOverlayPath path;
   path.AddOverlay(overlay);

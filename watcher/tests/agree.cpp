@@ -134,9 +134,10 @@ void AgreeOnRest() {
   const int b = Integer() & 7;
   int values[64] = {};
   VemMorphStructure structure;
+  const auto kind = static_cast<VemMorphStructureType>(Integer());
+  int* const table = kind == VemMorphStructureCustom ? values : nullptr;
   Count("VemMorphStructure::CreateElement",
-        structure.CreateElement(a, b, Integer(), Integer(),
-                                static_cast<VemMorphStructureType>(Integer()), values) != 0);
+        structure.CreateElement(a, b, Integer(), Integer(), kind, table) != 0);
 
   unsigned char bytes[4096] = {};
   VemImage image;

@@ -42,6 +42,7 @@ const Corner kCorners[] = {
      VEM_NO_DOT "    with path \"\\x22b\\x5c \xC3\xA9 \\xc2\\x85 \\xe9t\\xe9\"\n"  //
      VEM_NO_DOT "    with path \"" VEM_20 VEM_20 VEM_20 VEM_20 "\"\n"              //
      VEM_NO_DOT "    with path \"" VEM_20 VEM_20 VEM_20 "aaaaaaaaaaaaaaaaaaa...\"\n"},
+    {"ManyPlaces", kFile, "print", ""},
     {"Remove", kFile, "", VEM_REMOVED},
     {"Remove", kFile, "cuont\n",
      "VemCheck: VEM_CHECK is \"cuont\\x0a\", which is none of print, abort and count: every misuse "
