@@ -12,7 +12,12 @@
 namespace watcher {
 namespace {
 
-enum class Origin : unsigned { kProgram, kInside, kBody, kWatcher };
+enum class Origin : unsigned {
+  kProgram,
+  kInside,  ///< The library, or what a watched operation passes its calls on to.
+  kBody,    ///< What the library has as a function too: a body from a header.
+  kWatcher
+};
 
 // A call's place is before the one that it returns to.
 const void* Before(const void* caller) { return static_cast<const char*>(caller) - 1; }

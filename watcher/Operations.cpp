@@ -76,6 +76,17 @@ void* PassingOriginal(int id) {
   return known;
 }
 
+// From whichever library comes next in the linker's order: before memory may be short, and before
+// a library is opened.
+void FindAll() {
+  for (const Operation& operation : kOperations) {
+    void* const found = dlsym(RTLD_NEXT, operation.symbol);
+    if (found == nullptr) continue;
+    g_lasting[operation.id].store(found, std::memory_order_relaxed);
+    g_isUsed.store(true);
+  }
+}
+
 }  // namespace
 
 const int kOperationCount = kCount;
@@ -85,16 +96,10 @@ void* Original(int id) {
   return known != nullptr ? known : PassingOriginal(id);
 }
 
-// All at once, for whichever library comes next in the order of the linker: before memory may be
-// short, and before a library is opened.
 void FindAtStart() {
-  if (!HasLibrary() && dlsym(RTLD_NEXT, kOperations[0].symbol) == nullptr) return;
-  for (const Operation& operation : kOperations) {
-    void* const found = dlsym(RTLD_NEXT, operation.symbol);
-    if (found == nullptr) continue;
-    g_lasting[operation.id].store(found, std::memory_order_relaxed);
-    g_isUsed.store(true);
-  }
+  if (HasLibrary() || dlsym(RTLD_NEXT, kOperations[0].symbol) != nullptr) FindAll();
+  // What was not found is nothing for the program to be told.
+  dlerror();
 }
 
 bool IsLibrary(const Module& module) { return module.IsNamed(VEM_DATA_LIBRARY); }

@@ -2,18 +2,15 @@
 
 #include <cxxabi.h>
 #include <pthread.h>
-#include <signal.h>
-#include <ucontext.h>
 
 #include <atomic>
-#include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <initializer_list>
 
 #include "watcher/Modules.h"
 #include "watcher/Tally.h"
+#include "watcher/Turn.h"
 
 namespace watcher {
 namespace {
@@ -45,80 +42,12 @@ static_assert(sizeof(kKindNames) / sizeof(*kKindNames) == kKinds, "a name for ea
 // Set while a thread tells something: what it calls meanwhile is its own business.
 __thread bool t_telling __attribute__((tls_model("initial-exec")));
 
-// What the one thread that tells has to itself: a thread's stack may be small.
-pthread_mutex_t g_telling = PTHREAD_MUTEX_INITIALIZER;
+// Of the one thread that has its turn.
 Text g_text;
 Stack g_stack;
-alignas(16) char g_room[256 * 1024];
-ucontext_t g_thread;
-ucontext_t g_teller;
+bool g_isEnding = false;
 
-/// While it lives, this thread tells, and nothing comes between: no handler of a signal, which
-/// might never return here; no end of the thread, which a write may be; and no signal that a reader
-/// has gone.
-class Turn {
- public:
-  Turn() {
-    sigset_t all;
-    sigfillset(&all);
-    for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGTRAP}) sigdelset(&all, fault);
-    pthread_sigmask(SIG_BLOCK, &all, &mask_);
-    pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &cancel_);
-    hadPipeSignal_ = HasPipeSignal();
-    pthread_mutex_lock(&g_telling);
-  }
-  ~Turn() {
-    pthread_mutex_unlock(&g_telling);
-    LetGo();
-  }
-  Turn(const Turn&) = delete;
-  Turn& operator=(const Turn&) = delete;
-
-  /// Ends the process; the others never have their turn.
-  [[noreturn]] void Abort() {
-    LetGo();
-    std::abort();
-  }
-
- private:
-  static bool HasPipeSignal() {
-    sigset_t pending;
-    return sigpending(&pending) == 0 && sigismember(&pending, SIGPIPE) == 1;
-  }
-
-  void LetGo() {
-    if (!hadPipeSignal_ && HasPipeSignal()) {
-      sigset_t pipe;
-      sigemptyset(&pipe);
-      sigaddset(&pipe, SIGPIPE);
-      const timespec none = {0, 0};
-      sigtimedwait(&pipe, nullptr, &none);
-    }
-    pthread_setcancelstate(cancel_, nullptr);
-    pthread_sigmask(SIG_SETMASK, &mask_, nullptr);
-  }
-
-  sigset_t mask_;
-  int cancel_ = 0;
-  bool hadPipeSignal_ = false;
-};
-
-void (*g_work)(const void*);
-const void* g_workArgument;
-
-void Work() { g_work(g_workArgument); }
-
-// Runs something on the watcher's own stack.
-void RunWithRoom(void (*work)(const void*), const void* argument) {
-  if (getcontext(&g_teller) != 0) return work(argument);
-  g_work = work;
-  g_workArgument = argument;
-  g_teller.uc_stack.ss_sp = g_room;
-  g_teller.uc_stack.ss_size = sizeof(g_room);
-  g_teller.uc_link = &g_thread;
-  makecontext(&g_teller, &Work, 0);
-  swapcontext(&g_thread, &g_teller);
-}
+std::atomic<bool> g_isFull{false};
 
 void AddName(const char* name) {
   // A long one takes more room than there is to be read.
@@ -171,17 +100,16 @@ unsigned long CountOfName(int id, int kind) {
 void AddCounts(Text& text, int kind) {
   for (int id = 0; id < kOperationCount; ++id) {
     if (CountOf(id, kind) == 0 || IsCountedWithEarlier(id, kind)) continue;
-    if (!text.HasRoom()) text.Write();
+    if (!text.HasRoom()) text.Write(Turn::Mask());
     text.Add("%7lu %s: %s\n", CountOfName(id, kind), kOperations[id].name, kKindNames[kind]);
   }
 }
 
 void TellNoRoom() {
-  static std::atomic<bool> isTold{false};
-  if (isTold.exchange(true)) return;
+  if (g_isFull.exchange(true)) return;
   const Turn turn;
   g_text.Add("VemCheck: misuse from more than %d places, and further ones are not told\n", kPlaces);
-  g_text.Write();
+  g_text.Write(Turn::Mask());
 }
 
 void SumUp() {
@@ -192,13 +120,14 @@ void SumUp() {
   const Turn turn;
   g_text.Add("VemCheck: %lu in all\n", all);
   for (int kind = 0; kind < kKinds; ++kind) AddCounts(g_text, kind);
-  g_text.Write();
+  g_text.Write(Turn::Mask());
 }
 
 // A child counts and tells for itself alone. The thread that told when it was forked is not in it.
 void BeginChild() {
-  g_telling = PTHREAD_MUTEX_INITIALIZER;
+  Turn::ForgetAll();
   ForgetAll();
+  g_isFull.store(false);
 }
 
 __attribute__((constructor)) void Begin() {
@@ -236,25 +165,25 @@ void Call::PrintOnce(const Telling& telling) const {
     if (telling.kind != Kind::kIndex) Describe(g_text);
     for (int i = 0; i < g_stack.count && g_text.HasRoom(); ++i) AddPlace(g_stack.places[i]);
   }
-  g_text.Write();
+  g_text.Write(Turn::Mask());
 }
 
-void Call::Print(Kind kind, const char* format, va_list& arguments) const {
+void Call::Print(Kind kind, const char* format, va_list& arguments, bool isLast) const {
   Place* const place = PlaceAt(PlaceOf(caller_), operation_.id, static_cast<int>(kind));
   if (place == nullptr) return TellNoRoom();
   const unsigned long times = place->times.fetch_add(1, std::memory_order_relaxed) + 1;
-  const bool isLast = TheMode() == kAbort;
   if (!IsPowerOfTen(times) && !isLast) return;
   BeginUse();
-  Turn turn;
+  const Turn turn;
+  if (g_isEnding) return;
   // A thread that comes here for the 10th time may be before the one that came for the first time.
   while (place->told < times && (!isLast || place->told == 0)) {
     if (place->told == 0) g_stack.Read();
     place->told = place->told == 0 ? 1 : 10 * place->told;
     const Telling telling = {*this, kind, format, arguments, place->told};
-    RunWithRoom(&PrintWithRoom, &telling);
+    turn.RunWithRoom(&PrintWithRoom, &telling);
   }
-  if (isLast) turn.Abort();
+  g_isEnding = isLast;
 }
 
 void Call::PrintWithRoom(const void* telling) {
@@ -265,19 +194,20 @@ void Call::PrintWithRoom(const void* telling) {
 void Call::Tell(Kind kind, const char* format, ...) const {
   if (t_telling) return;
   t_telling = true;
-  const int error = errno;
+  bool isLast = false;
   if (IsInside(caller_)) {
     // Told of the outer one, where it is a misuse.
   } else if (TheMode() == kSum) {
     Count(operation_.id, static_cast<int>(kind));
   } else {
+    isLast = TheMode() == kAbort;
     va_list arguments;
     va_start(arguments, format);
-    Print(kind, format, arguments);
+    Print(kind, format, arguments, isLast);
     va_end(arguments);
   }
-  errno = error;
   t_telling = false;
+  if (isLast) std::abort();
 }
 
 bool Call::Refuse(bool refused, const char* reason) const {
@@ -309,13 +239,13 @@ void BeginUse() {
   g_text.Add("VemCheck: VEM_CHECK is \"");
   g_text.AddForeign(asked, 80);
   g_text.Add("\", which is none of print, abort and count: every misuse is told\n");
-  g_text.Write();
+  g_text.Write(Turn::Mask());
 }
 
 void TellNoLibrary(const Operation& operation) {
   const Turn turn;
   g_text.Add("VemCheck: no library has %s (%s)\n", operation.name, operation.symbol);
-  g_text.Write();
+  g_text.Write(Turn::Mask());
 }
 
 }  // namespace watcher

@@ -58,7 +58,7 @@ class Call {
 
   struct Telling;
 
-  void Print(Kind kind, const char* format, va_list& arguments) const;
+  void Print(Kind kind, const char* format, va_list& arguments, bool isLast) const;
   static void PrintWithRoom(const void* telling);
   void PrintOnce(const Telling& telling) const;
 

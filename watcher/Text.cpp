@@ -35,22 +35,25 @@ int ErrorsNow() {
   return g_errors.Is(STDERR_FILENO) ? STDERR_FILENO : -1;
 }
 
-// Whoever reads may be slow, and the program may have asked not to wait for it.
-bool IsReady(int descriptor) {
-  constexpr int kMilliseconds = 1000;
+// Whoever reads may be slow. It is waited for, but for a second alone where the program has asked
+// not to wait; and a signal may end the process meanwhile.
+bool IsReady(int descriptor, const sigset_t& whileWaiting) {
+  const timespec second = {1, 0};
+  const bool waits = (fcntl(descriptor, F_GETFL) & O_NONBLOCK) == 0;
   pollfd wanted = {descriptor, POLLOUT, 0};
-  return poll(&wanted, 1, kMilliseconds) > 0;
+  while (true) {
+    const int found = ppoll(&wanted, 1, waits ? nullptr : &second, &whileWaiting);
+    if (found >= 0 || errno != EINTR) return found > 0;
+  }
 }
 
-void WriteAll(int descriptor, const char* bytes, std::size_t length) {
-  while (length > 0) {
+void WriteAll(int descriptor, const char* bytes, std::size_t length, const sigset_t& whileWaiting) {
+  while (length > 0 && IsReady(descriptor, whileWaiting)) {
     const ssize_t written = write(descriptor, bytes, length);
-    if (written > 0) {
-      bytes += written;
-      length -= static_cast<std::size_t>(written);
-    } else if (written == 0 || (errno != EINTR && (errno != EAGAIN || !IsReady(descriptor)))) {
-      return;
-    }
+    if (written < 0 && errno != EINTR && errno != EAGAIN) return;
+    if (written <= 0) continue;
+    bytes += written;
+    length -= static_cast<std::size_t>(written);
   }
 }
 
@@ -114,10 +117,10 @@ void Text::AddForeign(const char* text, std::size_t room) {
   }
 }
 
-void Text::Write() {
+void Text::Write(const sigset_t& whileWaiting) {
   if (length_ > 0) bytes_[length_ - 1] = '\n';
   const int errors = ErrorsNow();
-  if (errors >= 0) WriteAll(errors, bytes_, length_);
+  if (errors >= 0) WriteAll(errors, bytes_, length_, whileWaiting);
   length_ = 0;
 }
 

@@ -1,6 +1,8 @@
 #ifndef WATCHER_TEXT_H_
 #define WATCHER_TEXT_H_
 
+#include <signal.h>
+
 #include <cstdarg>
 #include <cstddef>
 
@@ -18,8 +20,9 @@ class Text {
   void AddForeign(const char* text, std::size_t room);
   /// Whether there is room for a line.
   bool HasRoom() const { return length_ + 400 < sizeof(bytes_); }
-  /// Goes out on stderr in one piece, and is empty then.
-  void Write();
+  /// Goes out on stderr in one piece, and is empty then. While that has no room, other signals are
+  /// blocked.
+  void Write(const sigset_t& whileWaiting);
 
  private:
   char bytes_[4096];  ///< As much as a pipe takes in one piece.

@@ -18,6 +18,7 @@ extern "C" {
 int Remove();
 int Reload();
 int ReaderGone();
+int ReaderSleeps();
 int OtherFile();
 int AllClosed();
 int SmallStack();
@@ -69,6 +70,8 @@ int Reload() { return Remove(); }
 
 int ReaderGone() { return Remove(); }
 
+int ReaderSleeps() { return Remove(); }
+
 int OtherFile() {
   close(STDERR_FILENO);
   return MisuseBesideAFile();
@@ -111,8 +114,9 @@ int ManyPlaces() {
 #define VEM_10(call) call call call call call call call call call call
   VemPointArray points;
   VEM_10(VEM_10(VEM_10(points.Remove(3);)))
+  VEM_10(VEM_10(VEM_10(points.Remove(3);)))
   VEM_10(VEM_10(VEM_10(points.Remove(3);))) VEM_10(VEM_10(VEM_10(points.Remove(3);)))
-      VEM_10(VEM_10(VEM_10(points.Remove(3);))) VEM_10(VEM_10(VEM_10(points.Remove(3);)))
+      VEM_10(VEM_10(VEM_10(points.Remove(3);)))
 #undef VEM_10
           std::string told(static_cast<std::size_t>(lseek(STDERR_FILENO, 0, SEEK_END)), ' ');
   if (pread(STDERR_FILENO, &told[0], told.size(), 0) < 0) return 1;

@@ -7,19 +7,21 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 
 namespace {
 
-enum Errors { kFile, kPipeWithoutReader, kNone };
+enum Errors { kFile, kPipeWithoutReader, kFullPipe, kNone };
 
 struct Corner {
   const char* name;
   Errors errors;
   const char* mode;  ///< VEM_CHECK.
   const char* told;
+  int signal = 0;  ///< What ends it.
 };
 
 #define VEM_REMOVED "VemPointArray::Remove: index 3, length 0\n"
@@ -32,6 +34,7 @@ const Corner kCorners[] = {
     {"Reload", kFile, "print", VEM_REMOVED VEM_REMOVED},
     {"ReaderGone", kPipeWithoutReader, "print", ""},
     {"ReaderGone", kPipeWithoutReader, "count", ""},
+    {"ReaderSleeps", kFullPipe, "print", "", SIGALRM},
     {"OtherFile", kFile, "print", VEM_REMOVED},
     {"AllClosed", kFile, "print", ""},
     {"OtherFile", kNone, "print", ""},
@@ -83,8 +86,14 @@ void Become(const Corner& corner, const char* program, int file) {
     close(ends[0]);
     close(ends[1]);
   }
+  if (corner.errors == kFullPipe && pipe2(ends, O_NONBLOCK) == 0) {
+    while (write(ends[1], "", 1) == 1) {
+    }
+    fcntl(ends[1], F_SETFL, 0);
+    dup2(ends[1], STDERR_FILENO);
+  }
   setenv("VEM_CHECK", corner.mode, 1);
-  alarm(20);
+  alarm(corner.signal == SIGALRM ? 2 : 20);
   execl(program, program, corner.name, nullptr);
   _exit(93);
 }
@@ -97,7 +106,7 @@ bool Holds(const Corner& corner, const char* program) {
   waitpid(child, &status, 0);
   const std::string told = Told(file);
   std::fclose(file);
-  if (status == 0 && told == corner.told) return true;
+  if (status == corner.signal && told == corner.told) return true;
   std::printf("%s with VEM_CHECK=%s ended with %x, told:\n%s", corner.name, corner.mode,
               static_cast<unsigned>(status), told.c_str());
   return false;
