@@ -1,6 +1,8 @@
 #include "view/Canvas.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <type_traits>
 
 namespace {
 
@@ -102,7 +104,7 @@ void WithDepth(const cv::Mat& mat, Visit visit) {
 }
 
 // Lays rows of coverage, all in one colour.
-class ColorSink final : public Coverage::Sink {
+class ColorSink final : public RowSink {
  public:
   ColorSink(Canvas& canvas, const Color& color, int part)
       : canvas_(canvas), color_(color), part_(part) {}
@@ -133,6 +135,8 @@ Color ColorOf(long blue, long green, long red) {
   return {Component(blue), Component(green), Component(red)};
 }
 
+Color ColorOf(const vem::draw_style& style) { return ColorOf(style.blue, style.green, style.red); }
+
 bool Canvas::Takes(const cv::Mat& picture) {
   const int depth = picture.depth(), channels = picture.channels();
   return picture.dims == 2 && picture.data != nullptr && picture.rows > 0 && picture.cols > 0 &&
@@ -150,14 +154,9 @@ void Canvas::Lay(int row, int first, const std::vector<unsigned char>& weights,
   });
 }
 
-void Canvas::LayEvenOdd(Coverage& coverage, const Color& color, int part) {
+void Canvas::Lay(Coverage& coverage, const Color& color, int part) {
   ColorSink sink(*this, color, part);
-  coverage.HandOutEvenOdd(sink);
-}
-
-void Canvas::LayUnion(Coverage& coverage, const Color& color, int part) {
-  ColorSink sink(*this, color, part);
-  coverage.HandOutUnion(sink);
+  coverage.HandOut(sink);
 }
 
 void Canvas::LayImage(const cv::Mat& image, std::int64_t x, std::int64_t y) {

@@ -18,6 +18,7 @@ struct Color {
 
 /// From components of 0 to 255; what lies beyond counts as the nearest.
 Color ColorOf(long blue, long green, long red);
+Color ColorOf(const vem::draw_style& style);
 
 /// Which part of a colour is laid over a picture, from 0 to 255.
 constexpr int kOpaque = 255;
@@ -38,8 +39,7 @@ class Canvas {
   void Lay(int row, int first, const std::vector<unsigned char>& weights, const Color& color);
 
   /// Lays what chains cover.
-  void LayEvenOdd(Coverage& coverage, const Color& color, int part);
-  void LayUnion(Coverage& coverage, const Color& color, int part);
+  void Lay(Coverage& coverage, const Color& color, int part);
 
   /// Lays an image, of a type that can be drawn on, with its upper left pixel at a place. Where it
   /// has four channels, the fourth is its opacity.

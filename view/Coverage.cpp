@@ -1,130 +1,195 @@
 #include "view/Coverage.h"
 
 #include <algorithm>
-#include <cmath>
+#include <iterator>
 
 namespace {
 
-constexpr int kLines = 16;   // To a row.
-constexpr int kParts = 256;  // Of a column.
-
-// The first line that is not above a height, or the one behind the last.
-std::int64_t LineFrom(double y, std::int64_t height) {
-  const double line = std::ceil(y * kLines - 0.5);
-  const double end = static_cast<double>(height * kLines);
-  return static_cast<std::int64_t>(std::min(std::max(line, 0.0), end));
-}
-
-// Numbers beyond it are too large to be subtracted.
-constexpr double kHuge = 1e300;
-
-// The chain is told by pixels' centres, the edge by their corners.
-cv::Point2d Corner(const cv::Point2d& p) {
-  return {std::min(std::max(p.x + 0.5, -kHuge), kHuge),
-          std::min(std::max(p.y + 0.5, -kHuge), kHuge)};
-}
-
-double HeightOf(std::int64_t line) { return (static_cast<double>(line) + 0.5) / kLines; }
+// Up to as many edges or pieces are sorted on each line of a row.
+constexpr std::size_t kFew = 256;
 
 }  // namespace
 
-void Coverage::Add(const Chain& chain) {
-  if (chain.empty()) return;
-  cv::Point2d before = chain.back();
-  for (const cv::Point2d& p : chain) {
-    AddEdge(before, p);
-    before = p;
+EvenOddCoverage::EvenOddCoverage(const cv::Size& picture)
+    : width_(picture.width), height_(picture.height), sparse_(width_), packed_(width_) {}
+
+void EvenOddCoverage::Add(const Chain& chain) {
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    AddEdge(edges_, chain[i], chain[(i + 1) % chain.size()], height_);
   }
 }
 
-void Coverage::AddEdge(const cv::Point2d& a, const cv::Point2d& b) {
-  const bool down = a.y <= b.y;
-  const cv::Point2d upper = Corner(down ? a : b), lower = Corner(down ? b : a);
-  const std::int64_t first = LineFrom(upper.y, height_), end = LineFrom(lower.y, height_);
-  if (first >= end) return;
-  edges_.push_back({first, end, upper, lower.x - upper.x, 1 / (lower.y - upper.y), down ? 1 : -1});
-}
-
-void Coverage::HandOut(int mask, Sink& sink) {
+void EvenOddCoverage::HandOut(RowSink& sink) {
   std::sort(edges_.begin(), edges_.end(),
             [](const Edge& a, const Edge& b) { return a.firstLine < b.firstLine; });
-  steps_.assign(static_cast<std::size_t>(width_ + 2), 0);
-  firstColumn_ = width_;
-  endColumn_ = 0;
-  met_.clear();
-  std::size_t next = 0;
-  for (std::int64_t row = 0; row < height_ && (next < edges_.size() || !met_.empty()); ++row) {
-    if (met_.empty()) row = edges_[next].firstLine / kLines;
-    Admit(row, next);
-    for (std::int64_t line = row * kLines; line < (row + 1) * kLines; ++line) {
-      CrossLine(line);
-      CoverLine(mask);
+  for (std::int64_t row = 0; row < height_ && (next_ < edges_.size() || !met_.empty()); ++row) {
+    if (met_.empty()) row = edges_[next_].firstLine / kLines;
+    Admit(row);
+    if (met_.size() <= kFew) {
+      CoverSparse(row);
+      sparse_.HandOut(row, sink);
+    } else {
+      CoverPacked(row);
+      packed_.HandOut(row, sink);
     }
-    HandOutRow(static_cast<int>(row), sink);
   }
 }
 
-void Coverage::Admit(std::int64_t row, std::size_t& next) {
-  const std::int64_t line = row * kLines;
+void EvenOddCoverage::Admit(std::int64_t row) {
+  const std::int64_t first = row * kLines, end = first + kLines;
   met_.erase(std::remove_if(met_.begin(), met_.end(),
-                            [line](const Edge& edge) { return edge.endLine <= line; }),
+                            [first](const Edge& edge) { return edge.endLine <= first; }),
              met_.end());
-  for (; next < edges_.size() && edges_[next].firstLine < line + kLines; ++next) {
-    met_.push_back(edges_[next]);
+  for (; next_ < edges_.size() && edges_[next_].firstLine < end; ++next_) {
+    met_.push_back(edges_[next_]);
   }
 }
 
-// An edge is left of, right of or on the picture, line by line, and may be of any length.
-void Coverage::CrossLine(std::int64_t line) {
-  crossings_.clear();
-  const double y = HeightOf(line);
-  const double end = static_cast<double>(width_);
-  for (const Edge& edge : met_) {
-    if (line < edge.firstLine || line >= edge.endLine) continue;
-    const double x = edge.upper.x + (y - edge.upper.y) * edge.perDown * edge.across;
-    const double seen = x > 0 ? std::min(x, end) : 0;
-    crossings_.push_back({static_cast<std::int64_t>(seen * kParts + 0.5), edge.turn});
-  }
-  std::sort(crossings_.begin(), crossings_.end(),
-            [](const Crossing& a, const Crossing& b) { return a.x < b.x; });
-}
-
-void Coverage::CoverLine(int mask) {
-  int turns = 0;
-  std::int64_t from = 0;
-  for (const Crossing& crossing : crossings_) {
-    if ((turns & mask) == 0) from = crossing.x;
-    turns += crossing.turn;
-    if ((turns & mask) == 0) Cover(from, crossing.x);
-  }
-}
-
-void Coverage::Cover(std::int64_t from, std::int64_t to) {
-  if (from >= to) return;
-  const auto first = static_cast<std::size_t>(from / kParts);
-  const auto last = static_cast<std::size_t>(to / kParts);
-  steps_[first] += kParts - from % kParts;
-  steps_[first + 1] += from % kParts;
-  steps_[last] -= kParts - to % kParts;
-  steps_[last + 1] -= to % kParts;
-  firstColumn_ = std::min(firstColumn_, from / kParts);
-  endColumn_ = std::max(endColumn_, to / kParts + 2);
-}
-
-void Coverage::HandOutRow(int row, Sink& sink) {
-  if (firstColumn_ >= endColumn_) return;
-  constexpr std::int64_t kFull = std::int64_t{kLines} * kParts;
-  weights_.clear();
-  std::int64_t covered = 0;
-  for (std::int64_t column = firstColumn_; column < endColumn_; ++column) {
-    std::int64_t& step = steps_[static_cast<std::size_t>(column)];
-    covered += step;
-    step = 0;
-    if (column < width_) {
-      weights_.push_back(static_cast<unsigned char>((covered * 255 + kFull / 2) / kFull));
+void EvenOddCoverage::CoverSparse(std::int64_t row) {
+  for (std::int64_t line = row * kLines; line < (row + 1) * kLines; ++line) {
+    crossings_.clear();
+    for (const Edge& edge : met_) {
+      if (line >= edge.firstLine && line < edge.endLine)
+        crossings_.push_back(edge.At(line, width_));
+    }
+    std::sort(crossings_.begin(), crossings_.end());
+    for (std::size_t i = 1; i < crossings_.size(); i += 2) {
+      sparse_.Cover(crossings_[i - 1], crossings_[i]);
     }
   }
-  sink.Add(row, static_cast<int>(firstColumn_), weights_);
-  firstColumn_ = width_;
-  endColumn_ = 0;
+}
+
+void EvenOddCoverage::CoverPacked(std::int64_t row) {
+  for (const Edge& edge : met_) {
+    const std::int64_t first = std::max(edge.firstLine, row * kLines);
+    const std::int64_t end = std::min(edge.endLine, (row + 1) * kLines);
+    for (std::int64_t line = first; line < end; ++line) {
+      packed_.Toggle(static_cast<int>(line % kLines), edge.At(line, width_));
+    }
+  }
+}
+
+UnionCoverage::UnionCoverage(const cv::Size& picture)
+    : width_(picture.width), height_(picture.height), sparse_(width_), packed_(width_) {}
+
+// The edges of a convex chain that lead down are its one side, those that lead up the other.
+void UnionCoverage::Add(const Chain& piece) {
+  const auto isLeft = [](const cv::Point2d& p) { return p.x < -1; };
+  const auto isRight = [this](const cv::Point2d& p) { return p.x > static_cast<double>(width_); };
+  if (std::all_of(piece.begin(), piece.end(), isLeft)) return;
+  if (std::all_of(piece.begin(), piece.end(), isRight)) return;
+  added_.clear();
+  for (std::size_t i = 0; i < piece.size(); ++i) {
+    AddEdge(added_, piece[i], piece[(i + 1) % piece.size()], height_);
+  }
+  Piece added = {};
+  if (!AddSide(true, added.sides[0]) || !AddSide(false, added.sides[1])) return;
+  added.firstLine = edges_[added.sides[0].edge].firstLine;
+  added.endLine = edges_[added.sides[0].end - 1].endLine;
+  // Pieces that follow each other often lie side by side. Scattered, a few of them cover all of a
+  // row.
+  constexpr std::uint32_t kScatter = 2654435761;
+  added.order = static_cast<std::uint32_t>(pieces_.size()) * kScatter;
+  pieces_.push_back(added);
+}
+
+bool UnionCoverage::AddSide(bool down, Side& side) {
+  side.edge = edges_.size();
+  std::copy_if(added_.begin(), added_.end(), std::back_inserter(edges_),
+               [down](const Edge& edge) { return edge.down == down; });
+  side.end = edges_.size();
+  std::sort(edges_.begin() + static_cast<std::ptrdiff_t>(side.edge), edges_.end(),
+            [](const Edge& a, const Edge& b) { return a.firstLine < b.firstLine; });
+  return side.edge < side.end;
+}
+
+void UnionCoverage::HandOut(RowSink& sink) {
+  std::sort(pieces_.begin(), pieces_.end(), [](const Piece& a, const Piece& b) {
+    return a.firstLine != b.firstLine ? a.firstLine < b.firstLine : a.order < b.order;
+  });
+  for (std::int64_t row = 0; row < height_ && (next_ < pieces_.size() || !met_.empty()); ++row) {
+    if (met_.empty()) row = pieces_[next_].firstLine / kLines;
+    Admit(row);
+    if (met_.size() <= kFew) {
+      CoverSparse(row);
+      sparse_.HandOut(row, sink);
+    } else {
+      CoverPacked(row);
+      packed_.HandOut(row, sink);
+    }
+  }
+}
+
+void UnionCoverage::Admit(std::int64_t row) {
+  const std::int64_t first = row * kLines, end = first + kLines;
+  met_.erase(std::remove_if(met_.begin(), met_.end(),
+                            [first](const Piece& piece) { return piece.endLine <= first; }),
+             met_.end());
+  for (; next_ < pieces_.size() && pieces_[next_].firstLine < end; ++next_) {
+    met_.push_back(pieces_[next_]);
+  }
+}
+
+// The edge at a line, which never lies above one that was asked for before.
+const Edge& UnionCoverage::EdgeAt(Side& side, std::int64_t line) const {
+  while (side.edge + 1 < side.end && edges_[side.edge].endLine <= line) ++side.edge;
+  return edges_[side.edge];
+}
+
+UnionCoverage::Interval UnionCoverage::Across(Piece& piece, std::int64_t line) const {
+  const std::int64_t a = EdgeAt(piece.sides[0], line).At(line, width_);
+  const std::int64_t b = EdgeAt(piece.sides[1], line).At(line, width_);
+  return {std::min(a, b), std::max(a, b)};
+}
+
+void UnionCoverage::CoverSparse(std::int64_t row) {
+  for (std::int64_t line = row * kLines; line < (row + 1) * kLines; ++line) {
+    intervals_.clear();
+    for (Piece& piece : met_) {
+      if (line >= piece.firstLine && line < piece.endLine) {
+        intervals_.push_back(Across(piece, line));
+      }
+    }
+    std::sort(intervals_.begin(), intervals_.end(),
+              [](const Interval& a, const Interval& b) { return a.from < b.from; });
+    std::int64_t covered = 0;
+    for (const Interval& interval : intervals_) {
+      sparse_.Cover(std::max(interval.from, covered), interval.to);
+      covered = std::max(covered, interval.to);
+    }
+  }
+}
+
+void UnionCoverage::CoverPacked(std::int64_t row) {
+  for (Piece& piece : met_) {
+    if (packed_.IsCovered(0, width_ * kParts)) return;
+    std::int64_t line = std::max(piece.firstLine, row * kLines);
+    const std::int64_t end = std::min(piece.endLine, (row + 1) * kLines);
+    if (line >= end || IsCovered(piece, line, end)) continue;
+    while (line < end) {
+      const Edge& a = EdgeAt(piece.sides[0], line);
+      const Edge& b = EdgeAt(piece.sides[1], line);
+      const std::int64_t corner = std::max(std::min(a.endLine, b.endLine), line + 1);
+      for (; line < std::min(corner, end); ++line) {
+        const std::int64_t atA = a.At(line, width_), atB = b.At(line, width_);
+        packed_.Cover(static_cast<int>(line % kLines), std::min(atA, atB), std::max(atA, atB));
+      }
+    }
+  }
+}
+
+// Whether other pieces have covered all that a piece can cover of a row.
+bool UnionCoverage::IsCovered(Piece& piece, std::int64_t first, std::int64_t end) {
+  Interval reach = {width_ * kParts, 0};
+  for (Side& side : piece.sides) {
+    EdgeAt(side, first);
+    for (std::size_t i = side.edge; i < side.end && edges_[i].firstLine < end; ++i) {
+      const Edge& edge = edges_[i];
+      const std::int64_t above = edge.At(std::max(edge.firstLine, first), width_);
+      const std::int64_t below = edge.At(std::min(edge.endLine, end) - 1, width_);
+      reach.from = std::min({reach.from, above, below});
+      reach.to = std::max({reach.to, above, below});
+    }
+  }
+  return packed_.IsCovered(reach.from, reach.to);
 }

@@ -6,9 +6,7 @@
 #include "VemContour.h"
 #include "VemContourArray.h"
 #include "VemOverlayPath.h"
-#include "VemRegion.h"
 #include "view/Pen.h"
-#include "view/PixelSet.h"
 
 cv::Point2d PointOf(const VemPoint& point) { return {point.x, point.y}; }
 
@@ -24,20 +22,29 @@ bool AreFinite(const VemPoint& point, std::initializer_list<double> values) {
          std::all_of(values.begin(), values.end(), [](double value) { return IsFinite(value); });
 }
 
-namespace {
-
-Color StyleColor(const vem::draw_style& style) {
-  return ColorOf(style.blue, style.green, style.red);
+PixelSet PixelsOf(const VemRegion& region, const cv::Size& picture) {
+  VemVarArray rows, firstColumns, lastColumns;
+  Readable(region).GetRegionRuns(&rows, &firstColumns, &lastColumns);
+  PixelSet pixels(picture);
+  pixels.Add(rows, firstColumns, lastColumns);
+  return pixels;
 }
+
+PixelSet PixelsOf(const VemROI& roi, const cv::Size& picture) {
+  VemVarArray rows, firstColumns, lastColumns;
+  int width = 0, height = 0;
+  roi.GetMask(&rows, &firstColumns, &lastColumns, &width, &height);
+  PixelSet pixels(picture);
+  pixels.Add(rows, firstColumns, lastColumns);
+  return pixels;
+}
+
+namespace {
 
 Chain ChainOf(const VemContour& contour) {
   VemPointArray points;
   Readable(contour).ToPointArray(&points);
   return ::ChainOf(points);
-}
-
-bool IsFiniteChain(const Chain& chain) {
-  return std::all_of(chain.begin(), chain.end(), [](const cv::Point2d& p) { return IsFinite(p); });
 }
 
 // The runs of contours on a canvas as large as the picture, or larger where it is narrow.
@@ -46,12 +53,7 @@ void TintContours(Canvas& canvas, VemContourArray& contours, const Color& color)
   const cv::Size size = canvas.Size();
   VemROI mask;
   mask.GenMask(contours, std::max(size.width, kLeast), std::max(size.height, kLeast));
-  VemVarArray rows, firstColumns, lastColumns;
-  int width = 0, height = 0;
-  mask.GetMask(&rows, &firstColumns, &lastColumns, &width, &height);
-  PixelSet pixels(size);
-  pixels.Add(rows, firstColumns, lastColumns);
-  pixels.Lay(canvas, color, kTint);
+  PixelsOf(mask, size).Lay(canvas, color, kTint);
 }
 
 void DrawContours(Canvas& canvas, const VemContourArray& contours, const vem::draw_style& style) {
@@ -60,25 +62,26 @@ void DrawContours(Canvas& canvas, const VemContourArray& contours, const vem::dr
   for (int i = 0; i < contours.Length(); ++i) {
     VemContour contour = contours[i];
     chains.push_back(ChainOf(contour));
-    if (IsFiniteChain(chains.back())) finite.Append(contour);
+    if (IsFinite(chains.back())) finite.Append(contour);
   }
-  if (style.filled) TintContours(canvas, finite, StyleColor(style));
-  Pen pen(canvas, StyleColor(style), style.width);
+  if (style.filled) TintContours(canvas, finite, ColorOf(style));
+  Pen pen(canvas, ColorOf(style), style.width);
   for (const Chain& chain : chains) pen.Open(chain);
 }
 
 void DrawRegion(Canvas& canvas, const VemRegion& region, const vem::draw_style& style) {
-  VemVarArray rows, firstColumns, lastColumns;
-  Readable(region).GetRegionRuns(&rows, &firstColumns, &lastColumns);
-  PixelSet pixels(canvas.Size());
-  pixels.Add(rows, firstColumns, lastColumns);
-  if (style.filled) pixels.Lay(canvas, StyleColor(style), kTint);
-  if (style.width >= 1) pixels.LayBorder(canvas, StyleColor(style), style.width);
+  const PixelSet pixels = PixelsOf(region, canvas.Size());
+  if (style.filled) pixels.Lay(canvas, ColorOf(style), kTint);
+  if (style.width >= 1) pixels.LayBorder(canvas, ColorOf(style), style.width);
 }
 
 void DrawPoints(Canvas& canvas, const VemPointArray& points, const vem::draw_style& style) {
-  Pen pen(canvas, StyleColor(style), style.width);
-  for (const cv::Point2d& p : ChainOf(points)) pen.Dots({p}, pen.Width() + 0.5);
+  Chain finite = ChainOf(points);
+  finite.erase(std::remove_if(finite.begin(), finite.end(),
+                              [](const cv::Point2d& p) { return !IsFinite(p); }),
+               finite.end());
+  Pen pen(canvas, ColorOf(style), style.width);
+  pen.Dots(finite, pen.Width() + 0.5);
 }
 
 // Draws where a picture is fit for it.

@@ -8,8 +8,10 @@
 #include "VemOverlay.h"
 #include "VemPointArray.h"
 #include "VemROI.h"
+#include "VemRegion.h"
 #include "vem/view.h"
 #include "view/Canvas.h"
+#include "view/PixelSet.h"
 #include "view/Shapes.h"
 
 // What can be drawn on a canvas, whose picture was found fit for it.
@@ -28,5 +30,9 @@ T& Readable(const T& object) {
 cv::Point2d PointOf(const VemPoint& point);
 Chain ChainOf(const VemPointArray& points);
 bool AreFinite(const VemPoint& point, std::initializer_list<double> values);
+
+/// What the runs of a region, or of the mask of a region of interest, cover of a picture.
+PixelSet PixelsOf(const VemRegion& region, const cv::Size& picture);
+PixelSet PixelsOf(const VemROI& roi, const cv::Size& picture);
 
 #endif  // VIEW_DRAW_H_

@@ -6,9 +6,7 @@
 #include <vector>
 
 #include "VemImage.h"
-#include "VemRegion.h"
 #include "view/Pen.h"
-#include "view/PixelSet.h"
 
 namespace {
 
@@ -72,9 +70,10 @@ class OverlayDrawing {
   // Filled by the brush, outlined by the pen.
   void Area(const std::vector<Chain>& outlines);
   void Rake(const Chain& rectangle, int mode, int count);
-  Picked Pick(double first, double last, int count) const;
-  std::vector<Picked> PickSpokes(const cv::Point2d& center, double start, double sweep,
-                                 int count) const;
+  double Apart() const;
+  Picked Pick(double first, double last, int count, double spacing) const;
+  std::vector<Picked> PickSpokes(const cv::Point2d& center, double outer, double start,
+                                 double sweep, int count) const;
 
   Canvas& canvas_;
   VemOverlay& overlay_;
@@ -130,42 +129,50 @@ void OverlayDrawing::Area(const std::vector<Chain>& outlines) {
   pen_.Closed(outlines);
 }
 
-// Of arrows that are spread evenly over [0, 1], those that come near the part between two numbers,
-// thinned to about two for each of the picture's outermost pixels.
-Picked OverlayDrawing::Pick(double first, double last, int count) const {
+// Of arrows that are spread evenly over [0, 1], those that come near the part between two numbers.
+// Of such that stand nearer to each other than can be told apart only as many as fill their place.
+Picked OverlayDrawing::Pick(double first, double last, int count, double spacing) const {
   if (!(first <= 1 && last >= 0)) return {0, 0, 1};
   const double from = std::max(first, 0.0) * count - 1, to = std::min(last, 1.0) * count + 1;
-  Picked picked = {std::max(static_cast<int>(from), 0),
-                   static_cast<int>(std::min(to, static_cast<double>(count))), 1};
-  const cv::Size size = canvas_.Size();
-  const double most = 4.0 * (static_cast<double>(size.width) + size.height) + 64;
-  picked.step = static_cast<int>(std::max((picked.end - picked.first) / most, 1.0));
-  return picked;
+  const double step = std::min(static_cast<double>(count), Apart() / spacing);
+  return {std::max(static_cast<int>(from), 0),
+          static_cast<int>(std::min(to, static_cast<double>(count))),
+          std::max(static_cast<int>(step), 1)};
 }
+
+// The distance from which on two arrows are told apart: nearer ones leave nothing between their
+// lines.
+double OverlayDrawing::Apart() const { return std::max(1.0, pen_.Width() / 64.0); }
 
 // Arrows from one side of a rectangle to the opposite one, spread evenly; the mode tells the side.
 void OverlayDrawing::Rake(const Chain& rectangle, int mode, int count) {
   struct Way {
-    std::size_t start, end, side;  // Corners: an arrow's two, and the one to spread toward.
+    std::size_t start, end, lastStart, lastEnd;  // Corners: the first arrow's two, and the last's.
   };
-  constexpr Way kWays[] = {{0, 1, 3}, {1, 0, 2}, {0, 3, 1}, {3, 0, 2}};
+  constexpr Way kWays[] = {{0, 1, 3, 2}, {1, 0, 2, 3}, {0, 3, 1, 2}, {3, 0, 2, 1}};
   if (mode < 0 || mode > 3) return;  // A mode that reads back, but tells no side.
   const Way& way = kWays[mode];
   const cv::Point2d start = rectangle[way.start], end = rectangle[way.end];
-  const cv::Point2d toward = Direction(start, rectangle[way.side]);
-  const double length = Distance(start, rectangle[way.side]);
-  if (!(length > 0)) return;
+  const cv::Point2d lastStart = rectangle[way.lastStart], lastEnd = rectangle[way.lastEnd];
 
-  // Where the reach of the picture lies along the side.
+  // Where the reach of the picture lies along the side. A quarter of a number can be subtracted.
+  const cv::Point2d toward = Direction(start, lastStart);
+  const double length = Distance(start / 4, lastStart / 4);
+  if (!(length > 0)) return;
   const Frame& reach = pen_.Reach();
-  const double x1 = (reach.left - start.x) * toward.x, x2 = (reach.right - start.x) * toward.x;
-  const double y1 = (reach.top - start.y) * toward.y, y2 = (reach.bottom - start.y) * toward.y;
-  const Picked picked = Pick((std::min(x1, x2) + std::min(y1, y2)) / length,
-                             (std::max(x1, x2) + std::max(y1, y2)) / length, count);
+  const double x1 = (reach.left / 4 - start.x / 4) * toward.x,
+               x2 = (reach.right / 4 - start.x / 4) * toward.x;
+  const double y1 = (reach.top / 4 - start.y / 4) * toward.y,
+               y2 = (reach.bottom / 4 - start.y / 4) * toward.y;
+  const Picked picked =
+      Pick((std::min(x1, x2) + std::min(y1, y2)) / length,
+           (std::max(x1, x2) + std::max(y1, y2)) / length, count, length / count * 4);
+  std::vector<Arrow> arrows;
   for (std::int64_t i = picked.first; i < picked.end; i += picked.step) {
-    const cv::Point2d spread = length * ((static_cast<double>(i) + 0.5) / count) * toward;
-    pen_.Arrow(start + spread, end + spread);
+    const double part = (static_cast<double>(i) + 0.5) / count;
+    arrows.push_back({Between(start, lastStart, part), Between(end, lastEnd, part)});
   }
+  pen_.Arrows(arrows);
 }
 
 void OverlayDrawing::DrawPoint() {
@@ -181,7 +188,7 @@ void OverlayDrawing::DrawLine() {
 
 void OverlayDrawing::DrawArrowLine() {
   VemPoint from, to;
-  if (overlay_.GetArrowLine(&from, &to)) pen_.Arrow(PointOf(from), PointOf(to));
+  if (overlay_.GetArrowLine(&from, &to)) pen_.Arrows({{PointOf(from), PointOf(to)}});
 }
 
 void OverlayDrawing::DrawPolygon() {
@@ -275,30 +282,40 @@ void OverlayDrawing::DrawSpokes() {
   const cv::Point2d center = PointOf(point);
   Area(RingOf(center, inner, outer, start, sweep, pen_.Reach()));
   const double tail = mode == 4 ? inner : outer, head = mode == 4 ? outer : inner;
-  for (const Picked& picked : PickSpokes(center, start, sweep, count)) {
+  std::vector<Arrow> arrows;
+  for (const Picked& picked : PickSpokes(center, outer, start, sweep, count)) {
     for (std::int64_t i = picked.first; i < picked.end; i += picked.step) {
       const double angle = std::fmod(start, 360) + sweep * ((static_cast<double>(i) + 0.5) / count);
-      pen_.Arrow(Polar(center, tail, angle), Polar(center, head, angle));
+      arrows.push_back({Polar(center, tail, angle), Polar(center, head, angle)});
     }
   }
+  pen_.Arrows(arrows);
 }
 
 // Seen from a center outside the picture's reach, the arrows that may come near lie between two
-// angles.
-std::vector<Picked> OverlayDrawing::PickSpokes(const cv::Point2d& center, double start,
-                                               double sweep, int count) const {
+// angles, once in each turn. There are never more than have a place of their own.
+std::vector<Picked> OverlayDrawing::PickSpokes(const cv::Point2d& center, double outer,
+                                               double start, double sweep, int count) const {
+  constexpr double kDegrees = 180 / CV_PI;
   const Frame& reach = pen_.Reach();
   const cv::Point2d middle((reach.left + reach.right) / 2, (reach.top + reach.bottom) / 2);
   const double radius = Distance(middle, {reach.right, reach.bottom});
   const double distance = Distance(middle, center);
-  if (sweep > 360 || distance <= radius) return {Pick(0, 1, count)};
-  constexpr double kDegrees = 180 / CV_PI;
+  const double spacing = sweep / kDegrees / count * std::min(outer, distance + radius);
+  double most = 8 * CV_PI * radius / Apart();
+  if (distance <= radius) {
+    Picked picked = Pick(0, 1, count, spacing);
+    const double end = picked.first + most * picked.step;
+    picked.end = static_cast<int>(std::min(end, static_cast<double>(picked.end)));
+    return {picked};
+  }
   const cv::Point2d toward = Direction(center, middle);
   const double half = std::asin(radius / distance) * kDegrees;
   const double at = std::fmod(std::atan2(-toward.y, toward.x) * kDegrees - start, 360);
   std::vector<Picked> picked;
-  for (const double turn : {-360.0, 0.0, 360.0}) {
-    picked.push_back(Pick((at - half + turn) / sweep, (at + half + turn) / sweep, count));
+  for (double turn = -360; turn <= sweep + 360 && most > 0; turn += 360) {
+    picked.push_back(Pick((at - half + turn) / sweep, (at + half + turn) / sweep, count, spacing));
+    most -= 1 + std::max(picked.back().end - picked.back().first, 0) / picked.back().step;
   }
   return picked;
 }
@@ -329,11 +346,7 @@ void OverlayDrawing::DrawImage() {
 void OverlayDrawing::DrawRegion() {
   VemRegion region;
   overlay_.GetRegion(&region);
-  VemVarArray rows, firstColumns, lastColumns;
-  region.GetRegionRuns(&rows, &firstColumns, &lastColumns);
-  PixelSet pixels(canvas_.Size());
-  pixels.Add(rows, firstColumns, lastColumns);
-  pixels.Lay(canvas_, tools_.filled ? tools_.brush : tools_.pen, kTint);
+  PixelsOf(region, canvas_.Size()).Lay(canvas_, tools_.filled ? tools_.brush : tools_.pen, kTint);
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "view/Pen.h"
-#include "view/PixelSet.h"
 
 namespace {
 
@@ -15,7 +14,7 @@ class RoiDrawing {
   RoiDrawing(Canvas& canvas, const VemROI& roi, const vem::draw_style& style)
       : canvas_(canvas),
         roi_(roi),
-        color_(ColorOf(style.blue, style.green, style.red)),
+        color_(ColorOf(style)),
         width_(style.width),
         filled_(style.filled),
         pen_(canvas, color_, style.width) {}
@@ -37,7 +36,6 @@ class RoiDrawing {
 
   // The inside, by the mask where the shape's numbers fit one, and the outlines.
   void Area(const std::vector<Chain>& outlines, bool fitsMask);
-  PixelSet Pixels() const;
 
   Canvas& canvas_;
   const VemROI& roi_;
@@ -92,18 +90,9 @@ void RoiDrawing::Draw() {
   }
 }
 
-PixelSet RoiDrawing::Pixels() const {
-  VemVarArray rows, firstColumns, lastColumns;
-  int width = 0, height = 0;
-  roi_.GetMask(&rows, &firstColumns, &lastColumns, &width, &height);
-  PixelSet pixels(canvas_.Size());
-  pixels.Add(rows, firstColumns, lastColumns);
-  return pixels;
-}
-
 void RoiDrawing::Area(const std::vector<Chain>& outlines, bool fitsMask) {
   if (filled_ && fitsMask) {
-    Pixels().Lay(canvas_, color_, kTint);
+    PixelsOf(roi_, canvas_.Size()).Lay(canvas_, color_, kTint);
   } else if (filled_) {
     pen_.Tint(outlines, color_);
   }
@@ -180,12 +169,12 @@ void RoiDrawing::DrawIrregular() {
   VemPointArray points;
   if (!roi_.GetIrregular(&points)) return;
   const Chain chain = ChainOf(points);
-  if (filled_ && FitsMask(chain)) Pixels().Lay(canvas_, color_, kTint);
+  if (filled_ && FitsMask(chain)) PixelsOf(roi_, canvas_.Size()).Lay(canvas_, color_, kTint);
   pen_.Closed({chain});
 }
 
 void RoiDrawing::DrawMask() {
-  const PixelSet pixels = Pixels();
+  const PixelSet pixels = PixelsOf(roi_, canvas_.Size());
   if (filled_) pixels.Lay(canvas_, color_, kTint);
   if (width_ >= 1) pixels.LayBorder(canvas_, color_, width_);
 }

@@ -42,6 +42,31 @@ cv::Rect Seen(const cv::Rect2d& box, const cv::Point2d& place, const cv::Size& p
           static_cast<int>(bottom - top)};
 }
 
+// How far a character leads at scale 1.
+double Advance(char c, int face) {
+  return cv::getTextSize(std::string(1, c), face, 1, 0, nullptr).width;
+}
+
+// Cuts off what stands left and right of a picture, and brings the place to the first letter left.
+std::string Seen(const std::string& text, int face, double scale, int width, cv::Point2d& place) {
+  constexpr double kBeside = 40;  // How far a letter reaches to each side, and more.
+  double advances[128];
+  for (char c = ' '; c <= '~'; ++c) advances[static_cast<int>(c)] = Advance(c, face) * scale;
+  const double left = -kBeside * scale, right = width + kBeside * scale;
+  std::size_t first = 0;
+  double skipped = 0;
+  for (; first < text.size(); ++first) {
+    const double advance = advances[static_cast<int>(text[first])];
+    if (place.x + skipped + advance >= left) break;
+    skipped += advance;
+  }
+  double x = place.x + skipped;
+  std::size_t end = first;
+  for (; end < text.size() && x <= right; ++end) x += advances[static_cast<int>(text[end])];
+  place.x += skipped;
+  return text.substr(first, end - first);
+}
+
 bool HasSerifs(const VemFont& font) {
   return font.Name.ValType() == VemVarString && std::strcmp(font.Name.S(), "Times") == 0;
 }
@@ -53,14 +78,15 @@ void DrawText(Canvas& canvas, const cv::Point2d& place, const std::string& text,
   constexpr double kFar = 1e8;  // So that a place is a whole number of 32 bits.
   if (font.Size < 1 || !(std::abs(place.x) < kFar && std::abs(place.y) < kFar)) return;
   const double scale = static_cast<double>(std::min(font.Size, kLargest)) / kCapitals;
-  const std::string printable = Printable(text);
-  const cv::Rect seen = Seen(BoxOf(printable, scale), place, canvas.Size());
-  if (seen.area() == 0) return;
+  const int face = HasSerifs(font) ? cv::FONT_HERSHEY_COMPLEX : cv::FONT_HERSHEY_SIMPLEX;
+  cv::Point2d start = place;
+  const std::string shown = Seen(Printable(text), face, scale, canvas.Size().width, start);
+  const cv::Rect seen = Seen(BoxOf(shown, scale), start, canvas.Size());
+  if (shown.empty() || seen.area() == 0) return;
 
   cv::Mat letters = cv::Mat::zeros(seen.size(), CV_8UC1);
-  const int face = HasSerifs(font) ? cv::FONT_HERSHEY_COMPLEX : cv::FONT_HERSHEY_SIMPLEX;
   const int stroke = font.Weight >= 500 ? 2 : 1;
-  cv::putText(letters, printable, cv::Point(cvRound(place.x), cvRound(place.y)) - seen.tl(), face,
+  cv::putText(letters, shown, cv::Point(cvRound(start.x), cvRound(start.y)) - seen.tl(), face,
               scale, cv::Scalar(255), stroke, cv::LINE_AA);
   std::vector<unsigned char> weights;
   for (int row = 0; row < letters.rows; ++row) {

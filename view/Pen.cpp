@@ -7,12 +7,8 @@ namespace {
 
 constexpr int kWidest = 32767;
 
-bool AreFinite(const Chain& chain) {
-  return std::all_of(chain.begin(), chain.end(), [](const cv::Point2d& p) { return IsFinite(p); });
-}
-
 bool AreFinite(const std::vector<Chain>& chains) {
-  return std::all_of(chains.begin(), chains.end(), [](const Chain& c) { return AreFinite(c); });
+  return std::all_of(chains.begin(), chains.end(), [](const Chain& c) { return IsFinite(c); });
 }
 
 }  // namespace
@@ -25,24 +21,24 @@ Pen::Pen(Canvas& canvas, const Color& color, int width)
       frame_(canvas.Size(), 32 + 4.0 * std::max(width_, 0)) {}
 
 void Pen::Open(const Chain& chain) {
-  if (width_ < 1 || !AreFinite(chain)) return;
-  Coverage coverage(canvas_.Size());
+  if (width_ < 1 || !IsFinite(chain)) return;
+  UnionCoverage coverage(canvas_.Size());
   AddLine(coverage, chain, false, width_);
-  canvas_.LayUnion(coverage, color_, kOpaque);
+  canvas_.Lay(coverage, color_, kOpaque);
 }
 
 void Pen::Closed(const std::vector<Chain>& chains) {
   if (width_ < 1 || !AreFinite(chains)) return;
-  Coverage coverage(canvas_.Size());
+  UnionCoverage coverage(canvas_.Size());
   for (const Chain& chain : chains) AddLine(coverage, chain, true, width_);
-  canvas_.LayUnion(coverage, color_, kOpaque);
+  canvas_.Lay(coverage, color_, kOpaque);
 }
 
 void Pen::Tint(const std::vector<Chain>& chains, const Color& color) {
   if (!AreFinite(chains)) return;
-  Coverage coverage(canvas_.Size());
+  EvenOddCoverage coverage(canvas_.Size());
   for (const Chain& chain : chains) coverage.Add(chain);
-  canvas_.LayEvenOdd(coverage, color, kTint);
+  canvas_.Lay(coverage, color, kTint);
 }
 
 void Pen::Cross(const cv::Point2d& center) {
@@ -50,32 +46,38 @@ void Pen::Cross(const cv::Point2d& center) {
   constexpr int kLeast = 3;
   if (width_ < 1 || !IsFinite(center)) return;
   const cv::Point2d level(kArm, 0), upright(0, kArm);
-  Coverage coverage(canvas_.Size());
+  UnionCoverage coverage(canvas_.Size());
   AddLine(coverage, {center - level, center + level}, false, std::max(width_, kLeast));
   AddLine(coverage, {center - upright, center + upright}, false, std::max(width_, kLeast));
-  canvas_.LayUnion(coverage, color_, kOpaque);
+  canvas_.Lay(coverage, color_, kOpaque);
 }
 
 void Pen::Dots(const Chain& centers, double radius) {
-  if (width_ < 1 || !AreFinite(centers)) return;
-  Coverage coverage(canvas_.Size());
+  if (width_ < 1 || !IsFinite(centers)) return;
+  UnionCoverage coverage(canvas_.Size());
   AddDots(coverage, centers, radius);
-  canvas_.LayUnion(coverage, color_, kOpaque);
+  canvas_.Lay(coverage, color_, kOpaque);
 }
 
-void Pen::Arrow(const cv::Point2d& from, const cv::Point2d& to) {
-  if (width_ < 1 || !IsFinite(from) || !IsFinite(to)) return;
-  const cv::Point2d along = Direction(from, to);
+void Pen::Arrows(const std::vector<Arrow>& arrows) {
+  if (width_ < 1) return;
+  UnionCoverage coverage(canvas_.Size());
+  for (const Arrow& arrow : arrows) {
+    if (IsFinite(arrow.from) && IsFinite(arrow.to)) AddArrow(coverage, arrow);
+  }
+  canvas_.Lay(coverage, color_, kOpaque);
+}
+
+void Pen::AddArrow(UnionCoverage& coverage, const Arrow& arrow) const {
+  const cv::Point2d along = Direction(arrow.from, arrow.to);
   const cv::Point2d across(-along.y, along.x);
   const double head = 5 + 3.0 * width_;
-  const cv::Point2d neck = to - head * along;
-  Coverage coverage(canvas_.Size());
-  if (Distance(from, to) > head) AddLine(coverage, {from, neck}, false, width_);
-  coverage.Add({to, neck - 0.5 * head * across, neck + 0.5 * head * across});
-  canvas_.LayUnion(coverage, color_, kOpaque);
+  const cv::Point2d neck = arrow.to - head * along;
+  if (Distance(arrow.from, arrow.to) > head) AddLine(coverage, {arrow.from, neck}, false, width_);
+  coverage.Add({arrow.to, neck - 0.5 * head * across, neck + 0.5 * head * across});
 }
 
-void Pen::AddLine(Coverage& coverage, const Chain& chain, bool closed, double width) const {
+void Pen::AddLine(UnionCoverage& coverage, const Chain& chain, bool closed, double width) const {
   if (chain.empty()) return;
   const std::size_t length = chain.size(), joints = closed ? length : length - 1;
   Chain dots;
@@ -91,7 +93,7 @@ void Pen::AddLine(Coverage& coverage, const Chain& chain, bool closed, double wi
 }
 
 // Where a line turns so little that a dot could not be told from a wedge, the wedge is added.
-bool Pen::AddWedge(Coverage& coverage, const cv::Point2d& before, const cv::Point2d& p,
+bool Pen::AddWedge(UnionCoverage& coverage, const cv::Point2d& before, const cv::Point2d& p,
                    const cv::Point2d& after, double width) const {
   constexpr double kFlat = 1.0 / 32;
   const cv::Point2d u = Direction(before, p), v = Direction(p, after);
@@ -107,7 +109,7 @@ bool Pen::AddWedge(Coverage& coverage, const cv::Point2d& before, const cv::Poin
   return true;
 }
 
-void Pen::AddSegment(Coverage& coverage, cv::Point2d a, cv::Point2d b, double width) const {
+void Pen::AddSegment(UnionCoverage& coverage, cv::Point2d a, cv::Point2d b, double width) const {
   const cv::Point2d along = Direction(a, b);
   if (!Clip(a, b, frame_)) return;
   const cv::Point2d side(-along.y * width / 2, along.x * width / 2);
@@ -115,7 +117,7 @@ void Pen::AddSegment(Coverage& coverage, cv::Point2d a, cv::Point2d b, double wi
 }
 
 // Small dots are all alike; of large ones only what is on the picture is made round.
-void Pen::AddDots(Coverage& coverage, const Chain& centers, double radius) const {
+void Pen::AddDots(UnionCoverage& coverage, const Chain& centers, double radius) const {
   constexpr double kSmall = 64;
   const Frame picture(canvas_.Size(), 1);
   const Chain small = CircleOf({0, 0}, radius, Frame({0, 0}, radius));

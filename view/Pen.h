@@ -9,6 +9,11 @@
 #include "view/Coverage.h"
 #include "view/Shapes.h"
 
+struct Arrow {
+  cv::Point2d from;
+  cv::Point2d to;
+};
+
 /// Draws shapes on a canvas: lines in one colour and width, insides in another. A shape with a
 /// number that is not finite is not drawn.
 class Pen {
@@ -26,14 +31,15 @@ class Pen {
 
   void Cross(const cv::Point2d& center);
   void Dots(const Chain& centers, double radius);
-  void Arrow(const cv::Point2d& from, const cv::Point2d& to);
+  void Arrows(const std::vector<Arrow>& arrows);
 
  private:
-  void AddLine(Coverage& coverage, const Chain& chain, bool closed, double width) const;
-  void AddSegment(Coverage& coverage, cv::Point2d a, cv::Point2d b, double width) const;
-  bool AddWedge(Coverage& coverage, const cv::Point2d& before, const cv::Point2d& p,
+  void AddLine(UnionCoverage& coverage, const Chain& chain, bool closed, double width) const;
+  void AddSegment(UnionCoverage& coverage, cv::Point2d a, cv::Point2d b, double width) const;
+  bool AddWedge(UnionCoverage& coverage, const cv::Point2d& before, const cv::Point2d& p,
                 const cv::Point2d& after, double width) const;
-  void AddDots(Coverage& coverage, const Chain& centers, double radius) const;
+  void AddArrow(UnionCoverage& coverage, const Arrow& arrow) const;
+  void AddDots(UnionCoverage& coverage, const Chain& centers, double radius) const;
 
   Canvas& canvas_;
   Color color_;

@@ -47,17 +47,6 @@ Chain Around(const Ellipse& ellipse, double start, double sweep, const Frame& fr
   return chain;
 }
 
-// What of [0, 1] stays where the coordinate, going from `a` to `b`, is to lie between two limits.
-void Narrow(double a, double b, double low, double high, double& first, double& last) {
-  if (a == b) {
-    if (a < low || a > high) last = -1;
-    return;
-  }
-  const double atLow = (low - a) / (b - a), atHigh = (high - a) / (b - a);
-  first = std::max(first, std::min(atLow, atHigh));
-  last = std::min(last, std::max(atLow, atHigh));
-}
-
 // Numbers beyond it are too large to be subtracted.
 constexpr double kHuge = 1e300;
 
@@ -67,8 +56,41 @@ cv::Point2d Tamed(const cv::Point2d& p) {
 
 double Tamed(double length) { return std::min(length, kHuge); }
 
-cv::Point2d Between(const cv::Point2d& a, const cv::Point2d& b, double t) {
-  return {a.x + t * (b.x - a.x), a.y + t * (b.y - a.y)};
+// Around the origin, where the difference of two numbers is exact enough to draw by.
+bool IsNear(const cv::Point2d& p) {
+  constexpr double kNear = 1e6;
+  return std::abs(p.x) <= kNear && std::abs(p.y) <= kNear;
+}
+
+// a * b - c * d to the last digits, however near to each other the products are.
+double DifferenceOfProducts(double a, double b, double c, double d) {
+  const double product = c * d;
+  const double rest = std::fma(-c, d, product);
+  return std::fma(a, b, -product) + rest;
+}
+
+cv::Point2d Transposed(const cv::Point2d& p) { return {p.y, p.x}; }
+
+// Cuts a segment that leads farther across than down or up.
+bool ClipLevel(cv::Point2d& a, cv::Point2d& b, const Frame& frame) {
+  const cv::Point2d on = NearPoint(a, b);
+  const double slope = SlopeOf(Transposed(a), Transposed(b));
+  double low = std::max(std::min(a.x, b.x), frame.left);
+  double high = std::min(std::max(a.x, b.x), frame.right);
+  if (slope != 0) {
+    const double atTop = on.x + (frame.top - on.y) / slope;
+    const double atBottom = on.x + (frame.bottom - on.y) / slope;
+    low = std::max(low, std::min(atTop, atBottom));
+    high = std::min(high, std::max(atTop, atBottom));
+  } else if (on.y < frame.top || on.y > frame.bottom) {
+    return false;
+  }
+  if (!(low <= high)) return false;
+  for (cv::Point2d* end : {&a, &b}) {
+    const double x = std::min(std::max(end->x, low), high);
+    if (x != end->x) *end = {x, on.y + (x - on.x) * slope};
+  }
+  return true;
 }
 
 double Radians(double angle) { return std::fmod(angle, 360) * CV_PI / 180; }
@@ -77,6 +99,9 @@ double Radians(double angle) { return std::fmod(angle, 360) * CV_PI / 180; }
 
 bool IsFinite(double value) { return std::isfinite(value); }
 bool IsFinite(const cv::Point2d& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
+bool IsFinite(const Chain& chain) {
+  return std::all_of(chain.begin(), chain.end(), [](const cv::Point2d& p) { return IsFinite(p); });
+}
 
 cv::Point2d Polar(const cv::Point2d& center, double radius, double angle) {
   const double radians = Radians(angle);
@@ -88,7 +113,11 @@ double Distance(const cv::Point2d& a, const cv::Point2d& b) {
   const double longer = std::max(dx, dy);
   if (longer == 0) return 0;
   const double part = std::min(dx, dy) / longer;
-  return std::min(2 * longer * std::sqrt(1 + part * part), kHuge);
+  return 2 * longer * std::sqrt(1 + part * part);
+}
+
+cv::Point2d Between(const cv::Point2d& a, const cv::Point2d& b, double part) {
+  return (1 - part) * a + part * b;
 }
 
 cv::Point2d Direction(const cv::Point2d& from, const cv::Point2d& to) {
@@ -100,15 +129,34 @@ cv::Point2d Direction(const cv::Point2d& from, const cv::Point2d& to) {
   return {x / length, y / length};
 }
 
+cv::Point2d NearPoint(const cv::Point2d& a, const cv::Point2d& b) {
+  if (IsNear(a)) return a;
+  if (IsNear(b)) return b;
+  // Products of larger numbers would be infinite. A power of two changes no digit.
+  constexpr double kLargest = 0x1p500, kScale = 0x1p-600;
+  const double largest = std::max({std::abs(a.x), std::abs(a.y), std::abs(b.x), std::abs(b.y)});
+  const double scale = largest > kLargest ? kScale : 1;
+  const cv::Point2d p = a * scale, q = b * scale, along = q - p;
+  const double product = DifferenceOfProducts(p.x, q.y, p.y, q.x);
+  if (std::abs(along.x) <= std::abs(along.y)) return {product / along.y / scale, 0};
+  return {0, -product / along.x / scale};
+}
+
+double SlopeOf(const cv::Point2d& a, const cv::Point2d& b) {
+  return (b.x / 2 - a.x / 2) / (b.y / 2 - a.y / 2);
+}
+
 bool Clip(cv::Point2d& a, cv::Point2d& b, const Frame& frame) {
-  const cv::Point2d from = Tamed(a), to = Tamed(b);
-  double first = 0, last = 1;
-  Narrow(from.x, to.x, frame.left, frame.right, first, last);
-  Narrow(from.y, to.y, frame.top, frame.bottom, first, last);
-  if (!(first <= last)) return false;
-  if (first > 0) a = Between(from, to, first);
-  if (last < 1) b = Between(from, to, last);
-  return true;
+  if (frame.Meets(a, 0) && frame.Meets(b, 0)) return true;
+  const double across = std::abs(b.x / 2 - a.x / 2), along = std::abs(b.y / 2 - a.y / 2);
+  if (across == 0 && along == 0) return false;
+  if (across >= along) return ClipLevel(a, b, frame);
+  a = Transposed(a);
+  b = Transposed(b);
+  const bool seen = ClipLevel(a, b, frame.Transposed());
+  a = Transposed(a);
+  b = Transposed(b);
+  return seen;
 }
 
 Chain ArcOf(const cv::Point2d& center, double radius, double start, double sweep,

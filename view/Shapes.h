@@ -1,6 +1,7 @@
 #ifndef VIEW_SHAPES_H_
 #define VIEW_SHAPES_H_
 
+#include <utility>
 #include <vector>
 
 #include <opencv2/core.hpp>
@@ -24,6 +25,14 @@ struct Frame {
            p.y <= bottom + reach;
   }
 
+  /// The frame with x and y exchanged.
+  Frame Transposed() const {
+    Frame frame = *this;
+    std::swap(frame.left, frame.top);
+    std::swap(frame.right, frame.bottom);
+    return frame;
+  }
+
   double left;
   double top;
   double right;
@@ -32,6 +41,7 @@ struct Frame {
 
 bool IsFinite(double value);
 bool IsFinite(const cv::Point2d& p);
+bool IsFinite(const Chain& chain);
 
 /// The point at a distance and an angle from a center.
 cv::Point2d Polar(const cv::Point2d& center, double radius, double angle);
@@ -39,8 +49,18 @@ cv::Point2d Polar(const cv::Point2d& center, double radius, double angle);
 /// The direction from one point to another, of length 1; {0, 0} where they are the same.
 cv::Point2d Direction(const cv::Point2d& from, const cv::Point2d& to);
 
-/// Distance of two points.
+/// The point at a part of the way from one point to another.
+cv::Point2d Between(const cv::Point2d& a, const cv::Point2d& b, double part);
+
+/// Distance of two points; infinite where no double tells it.
 double Distance(const cv::Point2d& a, const cv::Point2d& b);
+
+/// A point on the line through two different points, as near to the origin as drawing needs: one of
+/// the two, or where the line crosses an axis. Nothing cancels, however far away the two are.
+cv::Point2d NearPoint(const cv::Point2d& a, const cv::Point2d& b);
+
+/// How far to the right a line leads while it leads down by 1.
+double SlopeOf(const cv::Point2d& a, const cv::Point2d& b);
 
 /// Cuts a segment to a frame; false where nothing is left.
 bool Clip(cv::Point2d& a, cv::Point2d& b, const Frame& frame);

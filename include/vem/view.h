@@ -31,9 +31,14 @@ class VemRegion;
 /// below 1 draws no line, and one above 32767 counts as that.
 ///
 /// Numbers may be anything. A shape with a coordinate or a size that is not finite is not drawn,
-/// and of one that reaches beyond the picture the part inside is; from coordinates of 1e15 on that
-/// part may be missing. The time goes with the picture and the length of the lists, not with the
-/// size of the shapes.
+/// and of one that reaches beyond the picture the part inside is. (Overlays and regions of interest
+/// tell most of theirs as floats, of which none beyond 3.4e38 is finite.) What is told by points is
+/// exact however far away they are; what is told by lengths, radii, angles or counts lies within
+/// some 1e-15 of its size beside its place, which is a pixel from 1e15 on.
+///
+/// Time. An element costs at most the picture's rows for each of its points, runs or letters, and
+/// the pixels that it covers; the size of its shapes and the count of its arrows add nothing. A
+/// region of interest that is filled by its mask costs the mask, of up to 65536 rows.
 ///
 /// Nothing is reported but the result; what throws is the allocator alone. No argument but the
 /// picture is changed. Different pictures may be drawn on at once; parts of one too, where they
@@ -74,22 +79,25 @@ VEM_EXPORT bool draw(cv::Mat& picture, const VemOverlayPath& path,
 /// - Spokes are a ring with `count` arrows, outward with mode 4, inward with mode 5.
 /// - An irregular chain is closed, with a dot at each point.
 /// - A text has its lower left corner at its point. The size is the height of capital letters in
-///   pixels, taken as 8000 at most; a weight of 500 and above is bold; "Times" has serifs, and
-///   every other name has not. OpenCV writes it: what is no printable ASCII becomes a `?`, and
-///   pixels may differ from version to version.
+///   pixels, taken as 8000 at most; below 1, or with its point 1e8 pixels away, it is not drawn; a
+///   weight of 500 and above is
+///   bold; "Times" has serifs, and every other name has not. OpenCV writes it: what is no printable
+///   ASCII becomes a `?`, and pixels may differ from version to version.
 /// - An image has its upper left pixel at its point and a frame in the pen's colour. Its channels
 ///   are taken as blue, green, red and opacity; its depth may be any that a picture may have.
 /// - A region's pixels are tinted, in the brush's colour with mode 1, else in the pen's.
 ///
-/// More arrows than the picture can show apart are thinned out.
+/// Of arrows that stand nearer to each other than a pixel, or 1/64 of the line's width, only as
+/// many are drawn as fill their place; of spokes that go round more than once, as many as have a
+/// place once around.
 VEM_EXPORT bool draw(cv::Mat& picture, const VemOverlay& overlay,
                      channel_order order = channel_order::bgr);
 
 /// Draws a region of interest by its outline.
 ///
 /// Filled, exactly those pixels are tinted that VemROI::GetMask gives; but where one of the shape's
-/// numbers is 32768 or more, the inside of the outline. A line, an arc and a point have no inside.
-/// The outline of a mask runs along its own outermost pixels.
+/// numbers is 32768 or more, or -32768 or less, the inside of the outline. A line, an arc and a
+/// point have no inside. The outline of a mask runs along its own outermost pixels.
 VEM_EXPORT bool draw(cv::Mat& picture, const VemROI& roi, const draw_style& style = draw_style(),
                      channel_order order = channel_order::bgr);
 
