@@ -1,7 +1,13 @@
 // vem-show: draws what a JSON file tells on a picture. See kHelp.
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -35,6 +41,9 @@ constexpr char kHelp[] =
     "    --fill          its inside tinted, the picture shining through\n"
     "\n"
     "    --help, --version\n"
+    "    --              what follows is a file, whatever it begins with\n"
+    "\n"
+    "RESULT is written beside its place first, and an old one stays whole until the new one is.\n"
     "\n"
     "The exit status is 0 if the result was written, 1 if a file could not be read or written,\n"
     "2 if the call was wrong, 3 if the scene was.\n";
@@ -76,13 +85,18 @@ void SetColor(vem::draw_style& style, const std::string& text) {
 
 Call ReadCall(const std::vector<std::string>& arguments) {
   Call call;
+  bool onlyFiles = false;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const std::string& argument = arguments[i];
     const auto value = [&] {
       if (i + 1 == arguments.size()) throw Failure{kCall, argument + " needs a value"};
       return arguments[++i];
     };
-    if (argument == "--help") {
+    if (onlyFiles || argument.compare(0, 2, "--") != 0) {
+      call.files.push_back(argument);
+    } else if (argument == "--") {
+      onlyFiles = true;
+    } else if (argument == "--help") {
       call.help = true;
     } else if (argument == "--version") {
       call.version = true;
@@ -92,10 +106,8 @@ Call ReadCall(const std::vector<std::string>& arguments) {
       call.style.width = NumberOf(value(), 10, 5, "--width");
     } else if (argument == "--color") {
       SetColor(call.style, value());
-    } else if (argument.compare(0, 2, "--") == 0) {
-      throw Failure{kCall, argument + " is no option (see --help)"};
     } else {
-      call.files.push_back(argument);
+      throw Failure{kCall, argument + " is no option (see --help)"};
     }
   }
   return call;
@@ -145,8 +157,7 @@ cv::Mat ReadPicture(const std::string& path) {
   return picture;
 }
 
-// Encoded as a whole before the file is opened, so that what fails leaves an old file alone.
-void WritePicture(const std::string& path, const cv::Mat& picture) {
+std::vector<unsigned char> Encoded(const std::string& path, const cv::Mat& picture) {
   const std::size_t dot = path.find_last_of("./");
   const bool named = dot != std::string::npos && path[dot] == '.';
   std::vector<unsigned char> bytes;
@@ -156,11 +167,55 @@ void WritePicture(const std::string& path, const cv::Mat& picture) {
     bytes.clear();
   }
   if (bytes.empty()) throw Failure{kFile, path + ": OpenCV does not write such a file"};
-  std::ofstream file(path, std::ios::binary);
-  file.write(reinterpret_cast<const char*>(bytes.data()),
-             static_cast<std::streamsize>(bytes.size()));
-  file.close();
-  if (!file) throw Failure{kFile, path + ": can't be written"};
+  return bytes;
+}
+
+bool WriteAll(int file, const std::vector<unsigned char>& bytes) {
+  std::size_t written = 0;
+  while (written < bytes.size()) {
+    const ssize_t part = write(file, bytes.data() + written, bytes.size() - written);
+    if (part < 0 && errno != EINTR) return false;
+    if (part > 0) written += static_cast<std::size_t>(part);
+  }
+  return true;
+}
+
+// Writes a file beside its place and moves it there, so that an old one is replaced as a whole.
+bool Replace(const std::string& path, mode_t mode, const std::vector<unsigned char>& bytes) {
+  std::string beside = path.substr(0, path.rfind('/') + 1) + ".vem-show-XXXXXX";
+  const int file = mkstemp(&beside[0]);
+  if (file < 0) return false;
+  bool done = WriteAll(file, bytes) && fchmod(file, mode) == 0;
+  done = close(file) == 0 && done && std::rename(beside.c_str(), path.c_str()) == 0;
+  if (!done) unlink(beside.c_str());
+  return done;
+}
+
+// What is no plain file, as a pipe, can't be replaced. Links stay what they are.
+bool WriteFile(const std::string& path, const std::vector<unsigned char>& bytes) {
+  struct stat old = {};
+  if (stat(path.c_str(), &old) != 0) {
+    const mode_t hidden = umask(0);
+    umask(hidden);
+    return Replace(path, 0666 & ~hidden, bytes);
+  }
+  if (S_ISREG(old.st_mode)) {
+    if (access(path.c_str(), W_OK) != 0) return false;
+    char* const target = realpath(path.c_str(), nullptr);
+    if (target == nullptr) return false;
+    const std::string place = target;
+    std::free(target);
+    return Replace(place, old.st_mode & 07777, bytes);
+  }
+  const int file = open(path.c_str(), O_WRONLY);
+  if (file < 0) return false;
+  const bool done = WriteAll(file, bytes);
+  return close(file) == 0 && done;
+}
+
+void WritePicture(const std::string& path, const cv::Mat& picture) {
+  const std::vector<unsigned char> bytes = Encoded(path, picture);
+  if (!WriteFile(path, bytes)) throw Failure{kFile, path + ": can't be written"};
 }
 
 void Show(const Call& call) {
@@ -180,23 +235,24 @@ void Show(const Call& call) {
   WritePicture(call.files[2], picture);
 }
 
-int Run(const std::vector<std::string>& arguments) {
-  const Call call = ReadCall(arguments);
-  if (call.help) {
-    std::fputs(kHelp, stdout);
-  } else if (call.version) {
-    std::puts("vem-show " VEM_VIEW_VERSION);
-  } else {
-    Show(call);
+void Say(const char* text) {
+  if (std::fputs(text, stdout) == EOF || std::fflush(stdout) != 0) {
+    throw Failure{kFile, "the standard output can't be written"};
   }
-  return 0;
+}
+
+void Perform(const Call& call) {
+  if (call.help) return Say(kHelp);
+  if (call.version) return Say("vem-show " VEM_VIEW_VERSION "\n");
+  Show(call);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   try {
-    return Run(std::vector<std::string>(argv + 1, argv + argc));
+    Perform(ReadCall(std::vector<std::string>(argv + 1, argv + argc)));
+    return 0;
   } catch (const Failure& failure) {
     std::fprintf(stderr, "vem-show: %s\n", failure.reason.c_str());
     return failure.status;

@@ -79,10 +79,10 @@ VEM_EXPORT bool draw(cv::Mat& picture, const VemOverlayPath& path,
 /// - Spokes are a ring with `count` arrows, outward with mode 4, inward with mode 5.
 /// - An irregular chain is closed, with a dot at each point.
 /// - A text has its lower left corner at its point. The size is the height of capital letters in
-///   pixels, taken as 8000 at most; below 1, or with its point 1e8 pixels away, it is not drawn; a
-///   weight of 500 and above is
-///   bold; "Times" has serifs, and every other name has not. OpenCV writes it: what is no printable
-///   ASCII becomes a `?`, and pixels may differ from version to version.
+///   pixels, taken as 8000 at most; below 1, or with its point 1e8 pixels away, it is not drawn. A
+///   weight of 500 and above is bold; "Times" has serifs, and every other name has not. OpenCV
+///   writes it: what is no printable ASCII becomes a `?`, and pixels may differ from version to
+///   version.
 /// - An image has its upper left pixel at its point and a frame in the pen's colour. Its channels
 ///   are taken as blue, green, red and opacity; its depth may be any that a picture may have.
 /// - A region's pixels are tinted, in the brush's colour with mode 1, else in the pen's.

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -52,8 +53,15 @@ class Show : public testing::Test {
     std::ofstream(Path(name), std::ios::binary) << contents;
   }
 
-  Result Run(const std::string& arguments) const {
-    const std::string command = "cd '" + folder_ + "' && '" SHOW_PROGRAM "' " + arguments + " 2>&1";
+  std::string Contents(const std::string& name) const {
+    std::ifstream file(Path(name), std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+  }
+
+  // In a shell that does something before.
+  Result Run(const std::string& arguments, const std::string& before = "") const {
+    const std::string command =
+        "cd '" + folder_ + "' && " + before + "'" SHOW_PROGRAM "' " + arguments + " 2>&1";
     std::FILE* const pipe = popen(command.c_str(), "r");
     Result result = {-1, ""};
     char part[256];
@@ -233,6 +241,55 @@ TEST_F(Show, TellsWhereASceneIsWrong) {
   scene[1]["center"][0] = "left";
   const std::string complaint = Complaint(scene.dump());
   EXPECT_EQ(complaint.find("vem-show: scene.json: /1/center/0: "), 0u) << complaint;
+}
+
+TEST_F(Show, LeavesAnOldResultWholeWhereWritingFails) {
+  Write("scene.json", vem::to_json(Overlay()).dump());
+  Write("result.bmp", "an old result");
+  // No file may grow beyond some blocks; the picture is larger.
+  const Result result = Run("scene.json picture.png result.bmp", "trap '' XFSZ; ulimit -f 8; ");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.output, "vem-show: result.bmp: can't be written\n");
+  EXPECT_EQ(Contents("result.bmp"), "an old result");
+  EXPECT_EQ(std::system(("test -z \"$(ls -A '" + Path("") + "' | grep '^.vem')\"").c_str()), 0);
+}
+
+TEST_F(Show, ReplacesAnOldResultAsWhatItIs) {
+  Write("scene.json", vem::to_json(Overlay()).dump());
+  Write("old.png", "an old result");
+  ASSERT_EQ(chmod(Path("old.png").c_str(), 0640), 0);
+  ASSERT_EQ(symlink("old.png", Path("result.png").c_str()), 0);
+  EXPECT_EQ(Run("scene.json picture.png result.png").status, 0);
+  struct stat link = {}, file = {};
+  ASSERT_EQ(lstat(Path("result.png").c_str(), &link), 0);
+  ASSERT_EQ(stat(Path("old.png").c_str(), &file), 0);
+  EXPECT_TRUE(S_ISLNK(link.st_mode));
+  EXPECT_EQ(file.st_mode & 07777, 0640u);
+  EXPECT_TRUE(Same(cv::imread(Path("old.png")), Drawn(Overlay())));
+  EXPECT_EQ(Run("scene.json picture.png new.png", "umask 027; ").status, 0);
+  ASSERT_EQ(stat(Path("new.png").c_str(), &file), 0);
+  EXPECT_EQ(file.st_mode & 07777, 0640u);
+}
+
+TEST_F(Show, WritesIntoAPipe) {
+  Write("scene.json", vem::to_json(Overlay()).dump());
+  ASSERT_EQ(mkfifo(Path("pipe.png").c_str(), 0600), 0);
+  EXPECT_EQ(Run("scene.json picture.png pipe.png", "{ cat pipe.png >piped.png & } && ").status, 0);
+  for (int i = 0; i < 100 && cv::imread(Path("piped.png")).empty(); ++i) usleep(10000);
+  EXPECT_TRUE(Same(cv::imread(Path("piped.png")), Drawn(Overlay())));
+}
+
+TEST_F(Show, TakesFilesThatLookLikeOptions) {
+  Write("--scene.json", vem::to_json(Overlay()).dump());
+  EXPECT_EQ(Run("--width 2 -- --scene.json picture.png --help.png").status, 0);
+  EXPECT_TRUE(Same(cv::imread(Path("--help.png")), Drawn(Overlay())));
+}
+
+TEST_F(Show, FailsWhereItCannotSpeak) {
+  for (const char* option : {"--help", "--version"}) {
+    const Result result = Run(std::string(option) + " >/dev/full");
+    EXPECT_EQ(result.status, 1) << option;
+  }
 }
 
 // But for the letters, which OpenCV writes.
