@@ -88,6 +88,48 @@ for name in ("Value", "List", "Region", "ROI", "Image", "Regions", "ROIs"):
     found += complaints("print *gone%s" % name)
     found += complaints("vem-print *gone%s" % name)
     commands += 2
+
+
+def reads(command: str) -> int:
+    """How many pieces of memory a command reads."""
+    memory = importlib.import_module("vem_gdb.memory")
+    found, kept = [], memory.read
+
+    def counted(address: int, size: int) -> bytes:
+        found.append(address)
+        return kept(address, size)
+
+    memory.read = counted
+    try:
+        gdb.execute(command, to_string=True)
+    finally:
+        memory.read = kept
+    return len(found)
+
+
+# An element costs the same wherever it stands.
+for name in ("crowd", "many"):
+    if reads("vem-print %s[250]" % name) != reads("vem-print %s[0]" % name):
+        found.append("an element of %s is not read alone" % name)
+    commands += 1
+# What is evaluated late, in every command and for every class.
+for name in CLASSES:
+    for where in ("*(long*)0", "*(%s*)0" % name, "-1", "1e300", "1 / 0", "(char)-1", "{int}0", '"'):
+        found += complaints("vem-print %s %s" % (name, where))
+        found += complaints("vem-show %s %s" % (name, where))
+        found += complaints("vem-save %s %s x.png" % (name, where))
+        commands += 3
+    found += complaints("vem-print *(%s*)0" % name)
+    found += complaints("vem-print (%s*)-1" % name)
+    found += complaints("print *(%s*)-1" % name)
+    commands += 3
+for command in ("vem-print", "vem-show", "vem-save"):
+    for words in ("main", "Stop", "$_siginfo", "$x", "$rip", "int", "sizeof(int)", "photo.mat[7]",
+                  "mixed[-1]", "mixed[1][2]", "[3]", "a[", "\\", "'", "photo /.png",
+                  "photo .png", "region /dev/full.png", "1.5", "zeros[1]",
+                  "&zeros", "garbage", "*argv", "$pc", "(char*)1", "(long double)1", "{1,2}"):
+        found += complaints("%s %s" % (command, words))
+        commands += 1
 with open(os.environ["VEM_OUTPUT"], "w", encoding="utf-8") as file:
     file.writelines(line + "\n" for line in found)
     file.write("%d complaints about %d commands\n" % (len(found), commands))

@@ -47,6 +47,8 @@ VemMorphStructure square;
 VemMorphStructure unset;
 VemMorphStructure stale;
 VemMatrix heights;
+VemMatrix extremes;
+VemMatrix traces;
 cv::Mat scan;
 cv::Mat deep;
 cv::Mat two;
@@ -57,6 +59,7 @@ VemRegion uneven;
 VemRegion strayed;
 VemRegion noRegion;
 VemRegionArray regions;
+VemRegionArray crowd;
 VemRLC coder;
 
 VemROI rect1;
@@ -177,6 +180,9 @@ void FillRaster() {
   stale.CreateElement(3, 3, 1, 1, static_cast<VemMorphStructureType>(0), nullptr);
   float levels[] = {-1, 0, 1, 3, NAN, 2};
   heights = VemMatrix(levels, 2, 3, VemMatrixType32F);
+  double farthest[] = {-1.7e308, 1.7e308, 0}, nearest[] = {0, 5e-324, 0};
+  extremes = VemMatrix(farthest, 1, 3, VemMatrixType64F);
+  traces = VemMatrix(nearest, 1, 3, VemMatrixType64F);
   scan = cv::Mat(2, 2, CV_8UC4, cv::Scalar(1, 2, 3, 4));
   deep = cv::Mat(2, 2, CV_16UC3, cv::Scalar(258, 2, 65535));
   two = cv::Mat(2, 2, CV_8UC2, cv::Scalar(1, 2));
@@ -192,6 +198,7 @@ void FillRegions() {
   uneven.CreateRegion(4, 4, rows, firsts, two);
   regions.Append(region);
   regions.Append(noRegion);
+  for (int i = 0; i < 2000; ++i) crowd.Append(region);
   unsigned char pixels[] = {1, 0, 1, 1};
   cv::Mat raster(2, 2, CV_8UC1, pixels);
   coder.SetParam(1, 9, false, -1, -1, -1, false, false);
@@ -327,6 +334,9 @@ int ComparePictures(const std::string& folder, bool live) {
   same &= IsIn(folder, "scan", scan);
   same &= IsIn(folder, "deep", deep);
   same &= IsIn(folder, "heights", cv::Mat(2, 3, CV_8UC1, grey));
+  unsigned char whole[] = {0, 255, 128}, least[] = {0, 255, 0};
+  same &= IsIn(folder, "extremes", cv::Mat(1, 3, CV_8UC1, whole));
+  same &= IsIn(folder, "traces", cv::Mat(1, 3, CV_8UC1, least));
   same &= IsIn(folder, "element", photo.Mat());
   same &= IsIn(folder, "overlay", photo.Mat());
   same &= IsIn(folder, "region", MaskOf(mask));

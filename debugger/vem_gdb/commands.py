@@ -10,7 +10,7 @@ from typing import Iterator, List, Optional, Tuple
 import gdb
 
 from . import calls, png, printers, runs
-from .memory import Block, Damaged, block
+from .memory import ADDRESSES, Block, Damaged, block
 from .views import MAKERS, Part, one_line, view
 from .views_raster import DEPTHS, Entries, Raster, handled, raster, region_canvas
 from .views_shapes import OVERLAY_IMAGE, OVERLAY_REGION, ROI_MASK, ROIS, mask_canvas, para_of
@@ -36,7 +36,7 @@ def _evaluate(expression: str) -> gdb.Value:
 def _address(value: gdb.Value) -> int:
     """What a pointer or a number says, or where an object stands."""
     if value.type.strip_typedefs().code in (gdb.TYPE_CODE_PTR, gdb.TYPE_CODE_INT):
-        return int(value)
+        return int(value) & ADDRESSES
     if value.address is None:
         raise Refused("not in memory: %s" % value.type)
     return int(value.address)
@@ -78,10 +78,11 @@ def _indexed(expression: str) -> Optional[Tuple[Block, int]]:
 
 def _element(owner: Block, index: int) -> Part:
     """An element, taken without a call of the array's operator."""
-    for name, part in view(owner).parts():
-        if name == "[%d]" % index:
-            return part
-    raise Refused("there is no element %d: %s" % (index, view(owner).title))
+    shown = view(owner)
+    part = shown.element(index) if shown.element else None
+    if part is None:
+        raise Refused("there is no element %d: %s" % (index, shown.title))
+    return part
 
 
 def region_or_mask(expression: str) -> runs.Canvas:
@@ -135,6 +136,13 @@ def _ordered(row: bytes, channels: int, size: int) -> bytes:
     return numbers.tobytes()
 
 
+def _part(number: float, low: float, high: float) -> float:
+    """Where a number stands between two others, from 0 to 1, however large or small they are."""
+    if math.isinf(high - low):
+        number, low, high = number / 2, low / 2, high / 2
+    return (number - low) / (high - low)
+
+
 def _scaled(image: Raster) -> Tuple[str, Iterator[bytes]]:
     """Rows of 8 bits from numbers that PNG has no place for, and what was done to them."""
     low, high = math.inf, -math.inf
@@ -144,13 +152,11 @@ def _scaled(image: Raster) -> Tuple[str, Iterator[bytes]]:
             low, high = min(low, min(finite)), max(high, max(finite))
     if low > high:
         low, high = 0, 0
-    span = high - low
-    scale = 255 / span if math.isfinite(span) and span > 0 else 0.0
 
     def grey(number: float) -> int:
-        if math.isnan(number):
+        if math.isnan(number) or low == high:
             return 0
-        return int((min(max(number, low), high) - low) * scale + 0.5)
+        return int(_part(min(max(number, low), high), low, high) * 255 + 0.5)
 
     def rows() -> Iterator[bytes]:
         for y in range(image.rows):
@@ -234,7 +240,7 @@ class _Command(gdb.Command):
         try:
             for line in self.run(argument.strip()):
                 gdb.write(line + "\n")
-        except (Refused, Damaged) as reason:
+        except (Refused, Damaged, gdb.error) as reason:
             raise gdb.GdbError("%s: %s" % (self.NAME, reason)) from None
 
     def run(self, argument: str) -> List[str]:

@@ -12,6 +12,8 @@ from typing import Dict, Iterator, NamedTuple, Tuple, Union
 import gdb
 
 PAGE = 4096
+# A pointer's bits.
+ADDRESSES = (1 << 64) - 1
 LARGEST_READ = 1 << 28
 
 KINDS = {
@@ -61,6 +63,7 @@ LAYOUTS = _read_table()
 
 
 def read(address: int, size: int) -> bytes:
+    address &= ADDRESSES
     if address == 0:
         raise Damaged("<null>")
     if 0 < address < PAGE:
@@ -127,6 +130,10 @@ class Elements:
 
     def address_of(self, index: int) -> int:
         return self.address + index * self.size
+
+    def at(self, index: int) -> bytes:
+        """One element by itself."""
+        return read(self.address_of(index), self.size)
 
     def data(self) -> bytes:
         """All elements at once."""

@@ -16,11 +16,12 @@ Parts = Iterable[Tuple[str, Part]]
 
 
 class View(NamedTuple):
-    """`listed` parts bear no names when written."""
+    """`listed` parts bear no names when written. A list tells each element alone, None for none."""
 
     title: str
     parts: Callable[[], Parts] = tuple
     listed: bool = False
+    element: Optional[Callable[[int], Optional[Part]]] = None
 
 
 Maker = Callable[[Block], View]
@@ -78,10 +79,18 @@ def length(elements: Elements) -> str:
     return "length %d" % len(elements)
 
 
+def one_of(count: int, element: Callable[[int], Part]) -> Callable[[int], Optional[Part]]:
+    """The elements of a list by their indices."""
+    return lambda index: element(index) if 0 <= index < count else None
+
+
 def listing(elements: Elements, write: Callable[[bytes], str], title: str = "") -> View:
     """A list of texts."""
     return View(
-        title or length(elements), lambda: numbered(write(data) for data in elements), listed=True
+        title or length(elements),
+        lambda: numbered(write(data) for data in elements),
+        listed=True,
+        element=one_of(len(elements), lambda index: write(elements.at(index))),
     )
 
 
@@ -94,7 +103,10 @@ def objects(elements: Elements, name: str, title: str = "", first: Parts = ()) -
         )
         return itertools.chain(first, numbered(blocks))
 
-    return View(title or length(elements), parts)
+    def element(index: int) -> Part:
+        return Block(name, elements.address_of(index), elements.at(index))
+
+    return View(title or length(elements), parts, element=one_of(len(elements), element))
 
 
 def braces(texts: Iterable[str], limit: Optional[int] = None) -> str:

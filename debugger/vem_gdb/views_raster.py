@@ -5,7 +5,7 @@ from typing import Iterable, Iterator, List, NamedTuple, Tuple
 
 from . import runs, text
 from .memory import LAYOUTS, Block, Damaged, Elements, block, elements, read, stored
-from .views import Part, Parts, View, braces, length, numbered, shows
+from .views import Part, Parts, View, braces, length, numbered, one_of, shows
 
 # By OpenCV's depth code: what it is called, and how struct reads one number.
 DEPTHS = [
@@ -113,18 +113,22 @@ def _mat(mat: Block) -> View:
     return View(raster(mat).title())
 
 
-def _each(mats: Elements) -> Iterator[Part]:
-    for data in mats:
-        try:
-            yield block("Mat", struct.unpack("<Q", data)[0])
-        except Damaged as damage:
-            yield str(damage)
+def _behind(data: bytes) -> Part:
+    """The matrix behind a pointer."""
+    try:
+        return block("Mat", struct.unpack("<Q", data)[0])
+    except Damaged as damage:
+        return str(damage)
 
 
 @shows("VemImageArray", "VemMatrixArray")
 def _mat_array(handle: Block) -> View:
     mats = stored(handle, 8)
-    return View(length(mats), lambda: numbered(_each(mats)))
+    return View(
+        length(mats),
+        lambda: numbered(map(_behind, mats)),
+        element=one_of(len(mats), lambda index: _behind(mats.at(index))),
+    )
 
 
 MORPH_CUSTOM, MORPH_UNSET = 3, 4
@@ -201,12 +205,11 @@ class Entries:
         )
         return runs.listed(width, height, lists)
 
-    def titles(self) -> Iterator[str]:
-        for index in range(len(self)):
-            try:
-                yield self.canvas(index).title()
-            except Damaged as damage:
-                yield str(damage)
+    def title(self, index: int) -> str:
+        try:
+            return self.canvas(index).title()
+        except Damaged as damage:
+            return str(damage)
 
 
 @shows("VemRegionArray", "IVemRegionArrayPara")
@@ -215,7 +218,11 @@ def _region_array(array: Block) -> View:
     title = length(entries.widths)
     if len(entries.outlines):
         title += ", outlines for %d" % len(entries.outlines)
-    return View(title, lambda: numbered(entries.titles()))
+    return View(
+        title,
+        lambda: numbered(map(entries.title, range(len(entries)))),
+        element=one_of(len(entries), entries.title),
+    )
 
 
 def _coded(lists: Iterable[Elements]) -> List[str]:

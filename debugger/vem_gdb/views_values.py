@@ -6,7 +6,7 @@ from typing import Union
 from . import text
 from .memory import LAYOUTS, Block, Damaged, elements, stored, values
 from .memory import text as read_text
-from .views import View, braces, length, listing, numbered, objects, shows
+from .views import View, braces, length, listing, numbered, objects, one_of, shows
 
 LONG, DOUBLE, STRING, NONE = range(4)
 
@@ -94,4 +94,8 @@ def _contour_array(block: Block) -> View:
         except Damaged as damage:
             return str(damage)
 
-    return View(length(chains), lambda: numbered(map(chain, chains)))
+    return View(
+        length(chains),
+        lambda: numbered(map(chain, chains)),
+        element=one_of(len(chains), lambda index: chain(chains.at(index))),
+    )
