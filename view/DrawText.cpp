@@ -49,9 +49,11 @@ double Advance(char c, int face) {
 
 // Cuts off what stands left and right of a picture, and brings the place to the first letter left.
 std::string Seen(const std::string& text, int face, double scale, int width, cv::Point2d& place) {
-  constexpr double kBeside = 40;  // How far a letter reaches to each side, and more.
+  constexpr double kBeside = 40;   // How far a letter reaches to each side, and more.
+  constexpr double kStep = 65536;  // OpenCV takes a scale in steps.
+  const double stepped = cvRound(scale * kStep) / kStep;
   double advances[128];
-  for (char c = ' '; c <= '~'; ++c) advances[static_cast<int>(c)] = Advance(c, face) * scale;
+  for (char c = ' '; c <= '~'; ++c) advances[static_cast<int>(c)] = Advance(c, face) * stepped;
   const double left = -kBeside * scale, right = width + kBeside * scale;
   std::size_t first = 0;
   double skipped = 0;

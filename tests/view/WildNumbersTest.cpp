@@ -511,6 +511,26 @@ TEST(WildNumbers, OfSpokesKeepThemInTheirPlaces) {
   }
 }
 
+// Letters behind thousands that can't be seen stand where a larger picture shows them.
+TEST(WildNumbers, OfATextKeepItsLettersInTheirPlaces) {
+  for (const long size : {1L, 5L, 13L}) {
+    const auto left = [size](int width, double x) {
+      cv::Mat picture(40, width, CV_8UC1, cv::Scalar(0));
+      VemOverlay overlay;
+      overlay.SetPen(255, 255, 255, 1);
+      VemPoint place(x, 30);
+      VemVar name("Plain");
+      VemFont font(name, size);
+      overlay.GenText(place, (std::string(2000, ' ') + "H").c_str(), font);
+      draw(picture, overlay);
+      return cv::boundingRect(picture).x;
+    };
+    const int expected = left(40000, 0);
+    EXPECT_GT(expected, 1000);
+    EXPECT_NEAR(left(60, 20 - expected), 20, 1) << size;
+  }
+}
+
 TEST(WildNumbers, OfAFontCountAsTheLargest) {
   const auto written = [](long size) {
     cv::Mat picture(8, 9000, CV_8UC1, cv::Scalar(0));
