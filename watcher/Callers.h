@@ -1,7 +1,8 @@
 #ifndef WATCHER_CALLERS_H_
 #define WATCHER_CALLERS_H_
 
-/// Where calls come from. Waits for no lock of the loader, and takes no memory.
+/// Where calls come from. Takes no memory, and waits for no library that is being opened: the
+/// unwinder asks the loader as dl_iterate_phdr does, or with glibc 2.35 and later without a lock.
 namespace watcher {
 
 /// What a thread is in, from the innermost call outward, without the watcher itself.

@@ -50,8 +50,8 @@ bool IsReady(int descriptor, const sigset_t& whileWaiting) {
 void WriteAll(int descriptor, const char* bytes, std::size_t length, const sigset_t& whileWaiting) {
   while (length > 0 && IsReady(descriptor, whileWaiting)) {
     const ssize_t written = write(descriptor, bytes, length);
-    if (written < 0 && errno != EINTR && errno != EAGAIN) return;
-    if (written <= 0) continue;
+    if (written == 0 || (written < 0 && errno != EINTR && errno != EAGAIN)) return;
+    if (written < 0) continue;
     bytes += written;
     length -= static_cast<std::size_t>(written);
   }

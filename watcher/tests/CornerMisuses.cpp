@@ -112,13 +112,18 @@ int Cancelled() {
 // Finds in its stderr, a file, that 4096 places are told, and that there are more; and empties it.
 int ManyPlaces() {
 #define VEM_10(call) call call call call call call call call call call
+#define VEM_1000(call) VEM_10(VEM_10(VEM_10(call)))
   VemPointArray points;
-  VEM_10(VEM_10(VEM_10(points.Remove(3);)))
-  VEM_10(VEM_10(VEM_10(points.Remove(3);)))
-  VEM_10(VEM_10(VEM_10(points.Remove(3);))) VEM_10(VEM_10(VEM_10(points.Remove(3);)))
-      VEM_10(VEM_10(VEM_10(points.Remove(3);)))
+  // clang-format off
+  VEM_1000(points.Remove(3);)
+  VEM_1000(points.Remove(3);)
+  VEM_1000(points.Remove(3);)
+  VEM_1000(points.Remove(3);)
+  VEM_1000(points.Remove(3);)
+  // clang-format on
+#undef VEM_1000
 #undef VEM_10
-          std::string told(static_cast<std::size_t>(lseek(STDERR_FILENO, 0, SEEK_END)), ' ');
+  std::string told(static_cast<std::size_t>(lseek(STDERR_FILENO, 0, SEEK_END)), ' ');
   if (pread(STDERR_FILENO, &told[0], told.size(), 0) < 0) return 1;
   int places = 0;
   int notes = 0;

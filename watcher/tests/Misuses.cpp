@@ -15,6 +15,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr long kSmallest = std::numeric_limits<long>::min();
 
 const volatile void* volatile g_place;
+volatile double g_number;  // Without a use of what it gives, a call is none.
 
 VemVarArray Numbers(int count) {
   VemVarArray numbers;
@@ -43,8 +44,8 @@ void MisuseValues() {
   InChild([&] { AssignToItself(text, text); });
   InChild([&] { text.CopyCtrlVal(text); });
   InChild([] { VemVar(static_cast<const char*>(nullptr)); });
-  static_cast<void>(text.F());
-  static_cast<void>(nothing.D());
+  g_number = text.F();
+  g_number = nothing.D();
   static_cast<void>(number.S());
   static_cast<void>(real.S());
   static_cast<void>(nothing.S());
