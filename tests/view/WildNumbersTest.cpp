@@ -21,6 +21,13 @@
 
 namespace {
 
+// Under sanitizers all of it takes ten times as long.
+#ifdef VEM_SANITIZED
+constexpr int kThoroughness = 1;
+#else
+constexpr int kThoroughness = 10;
+#endif
+
 using vem::channel_order;
 using vem::draw;
 using vem::draw_style;
@@ -274,7 +281,7 @@ void DrawWild(Wild& wild, cv::Mat& picture) {
 }  // namespace
 
 TEST(WildNumbers, NeverRaiseAndNeverLeaveThePicture) {
-  constexpr int kRounds = 6000;
+  constexpr int kRounds = 600 * kThoroughness;
   const int types[] = {CV_8UC1, CV_8UC3, CV_8UC4, CV_16UC3, CV_32FC1, CV_64FC4};
   int drawn = 0;
   for (unsigned round = 0; round < kRounds; ++round) {
@@ -421,7 +428,7 @@ TEST(WildNumbers, OfATextCostWhatIsSeenOfIt) {
     for (const double x : {-1e7, 10.0}) {
       VemPoint place(x, 300);
       overlay.GenText(place, text.c_str(), font);
-      for (int i = 0; i < 10; ++i) EXPECT_TRUE(draw(picture, overlay));
+      for (int i = 0; i < kThoroughness; ++i) EXPECT_TRUE(draw(picture, overlay));
     }
   }
   EXPECT_GT(cv::countNonZero(picture), 1000);
@@ -433,7 +440,7 @@ TEST(WildNumbers, OfArrowsCostWhatThePictureCosts) {
   VemPoint at(320, 240);
   VemOverlay overlay;
   overlay.SetPen(255, 255, 255, INT_MAX);
-  for (int i = 0; i < 120; ++i) {
+  for (int i = 0; i < 12 * kThoroughness; ++i) {
     overlay.GenRakeRect2(at, 500, 400, 30, 1, INT_MAX - i);
     EXPECT_TRUE(draw(picture, overlay));
     overlay.GenSpokeTorus(at, 10, 200, 0, 360, 4, INT_MAX - i);
