@@ -3,8 +3,8 @@
 
 #include <atomic>
 
-/// The table of functions to use, of two that do the same: the faster one where this processor and its
-/// system offer it, which is asked once. A type of table has one choice in a library.
+/// The table of functions to use, of two that do the same: the faster one where this processor and
+/// its system offer it, which is asked once. A type of table has one choice in a library.
 template <typename Kernels>
 const Kernels& BestKernels(const Kernels& faster, const Kernels& everywhere) {
   static std::atomic<const Kernels*> best{nullptr};
