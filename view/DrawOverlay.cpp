@@ -313,9 +313,11 @@ std::vector<Picked> OverlayDrawing::PickSpokes(const cv::Point2d& center, double
   const double half = std::asin(radius / distance) * kDegrees;
   const double at = std::fmod(std::atan2(-toward.y, toward.x) * kDegrees - start, 360);
   std::vector<Picked> picked;
-  for (double turn = -360; turn <= sweep + 360 && most > 0; turn += 360) {
-    picked.push_back(Pick((at - half + turn) / sweep, (at + half + turn) / sweep, count, spacing));
-    most -= 1 + std::max(picked.back().end - picked.back().first, 0) / picked.back().step;
+  for (int turn = -1; (turn - 1) * 360.0 <= sweep && most > 0; ++turn) {
+    const double there = at + turn * 360.0;
+    picked.push_back(Pick((there - half) / sweep, (there + half) / sweep, count, spacing));
+    const int arrows = std::max(picked.back().end - picked.back().first, 0) / picked.back().step;
+    most -= 1 + arrows;
   }
   return picked;
 }

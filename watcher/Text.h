@@ -1,8 +1,7 @@
 #ifndef WATCHER_TEXT_H_
 #define WATCHER_TEXT_H_
 
-#include <signal.h>
-
+#include <csignal>
 #include <cstdarg>
 #include <cstddef>
 

@@ -1,7 +1,7 @@
 #ifndef WATCHER_TURN_H_
 #define WATCHER_TURN_H_
 
-#include <signal.h>
+#include <csignal>
 
 namespace watcher {
 
