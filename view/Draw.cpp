@@ -1,6 +1,7 @@
 #include "view/Draw.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 #include "VemContour.h"
@@ -56,16 +57,31 @@ void TintContours(Canvas& canvas, VemContourArray& contours, const Color& color)
   PixelsOf(mask, size).Lay(canvas, color, kTint);
 }
 
+// A mask's points are whole numbers of 32 bits.
+bool FitsMask(const Chain& chain) {
+  constexpr double kLimit = 2147483647;
+  return std::all_of(chain.begin(), chain.end(), [](const cv::Point2d& p) {
+    return std::abs(p.x) < kLimit && std::abs(p.y) < kLimit;
+  });
+}
+
 void DrawContours(Canvas& canvas, const VemContourArray& contours, const vem::draw_style& style) {
   std::vector<Chain> chains;
-  VemContourArray finite;
+  std::vector<Chain> finite;
+  VemContourArray mask;
   for (int i = 0; i < contours.Length(); ++i) {
     VemContour contour = contours[i];
     chains.push_back(ChainOf(contour));
-    if (IsFinite(chains.back())) finite.Append(contour);
+    if (!IsFinite(chains.back())) continue;
+    finite.push_back(chains.back());
+    mask.Append(contour);
   }
-  if (style.filled) TintContours(canvas, finite, ColorOf(style));
   Pen pen(canvas, ColorOf(style), style.width);
+  if (style.filled && std::all_of(finite.begin(), finite.end(), FitsMask)) {
+    TintContours(canvas, mask, ColorOf(style));
+  } else if (style.filled) {
+    pen.Tint(finite, ColorOf(style));
+  }
   for (const Chain& chain : chains) pen.Open(chain);
 }
 

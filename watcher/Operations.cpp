@@ -62,7 +62,11 @@ void ForgetPassing() {
 
 void* PassingOriginal(int id) {
   const unsigned long long unloads = Unloads();
-  if (g_unloads.exchange(unloads, std::memory_order_relaxed) != unloads) ForgetPassing();
+  // Whoever sees the new number sees the old places gone.
+  if (g_unloads.load(std::memory_order_acquire) != unloads) {
+    ForgetPassing();
+    g_unloads.store(unloads, std::memory_order_release);
+  }
   void* known = g_passing[id].load(std::memory_order_relaxed);
   if (known != nullptr) return known;
   known = FindInLibraries(kOperations[id].symbol);

@@ -128,6 +128,8 @@ void BeginChild() {
   Turn::ForgetAll();
   ForgetAll();
   g_isFull.store(false);
+  g_isEnding = false;
+  g_text.Clear();
 }
 
 __attribute__((constructor)) void Begin() {

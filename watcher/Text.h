@@ -19,6 +19,7 @@ class Text {
   void AddForeign(const char* text, std::size_t room);
   /// Whether there is room for a line.
   bool HasRoom() const { return length_ + 400 < sizeof(bytes_); }
+  void Clear() { length_ = 0; }
   /// Goes out on stderr in one piece, and is empty then. While that has no room, other signals are
   /// blocked.
   void Write(const sigset_t& whileWaiting);

@@ -15,7 +15,8 @@
 #include "vem/json_shapes.h"
 #include "vem/json_values.h"
 
-/// Every class to JSON and back, through nlohmann-json; needs OpenCV's core, for pixels:
+/// Every class but VemRLC, whose results are plain lists, to JSON and back, through nlohmann-json;
+/// needs OpenCV's core, for pixels:
 ///
 ///     nlohmann::json document = vem::to_json(roi);
 ///     VemROI again = vem::from_json<VemROI>(document);
@@ -91,8 +92,9 @@ template <typename T>
 struct is_json_class : std::integral_constant<bool, json_detail::has_name<T>::value> {};
 
 /// The document of a value. Raises `std::invalid_argument` for what no document can tell: a raster
-/// of more than two dimensions or of no known depth, and numbers of a shape that neither its
-/// generator nor another operation of the class stores, but who writes through vem::parts.
+/// of more than two dimensions or of no known depth, a matrix of several channels, and what no
+/// operation of the class stores, but who writes through vem::parts: numbers of a shape that no
+/// generator has, lists of a region array that are not of one length.
 template <typename T>
 nlohmann::json to_json(const T& value) {
   static_assert(is_json_class<T>::value, "vem::to_json takes the classes of the library");

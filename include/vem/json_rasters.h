@@ -57,11 +57,11 @@ inline bool is_area(std::uint64_t size, std::uint64_t rows, std::uint64_t bytes)
 
 /// Nothing is made before the pixels are seen to be there: memory is asked for as much as they
 /// take.
-inline cv::Mat read_raster(const node& place) {
+inline cv::Mat read_raster(const node& place, int most_channels = CV_CN_MAX) {
   object_reader object(place);
   const int width = read_integer(object["width"], 0);
   const int height = read_integer(object["height"], 0);
-  const int channels = read_integer(object["channels"], 1, CV_CN_MAX);
+  const int channels = read_integer(object["channels"], 1, most_channels);
   const int depth = read_depth(object["depth"]);
   const int type = CV_MAKETYPE(depth, channels);
   const node pixels = object["pixels"];
@@ -90,8 +90,13 @@ template <>
 struct form<VemMatrix> {
   static const char* name() { return "VemMatrix"; }
   static const char* key() { return nullptr; }
-  static json write(const VemMatrix& matrix) { return write_raster(matrix.Mat()); }
-  static void read(const node& place, VemMatrix& matrix) { matrix.Mat() = read_raster(place); }
+  static json write(const VemMatrix& matrix) {
+    if (matrix.Mat().channels() != 1) {
+      throw std::invalid_argument("vem::to_json: a matrix of several channels");
+    }
+    return write_raster(matrix.Mat());
+  }
+  static void read(const node& place, VemMatrix& matrix) { matrix.Mat() = read_raster(place, 1); }
 };
 
 template <>

@@ -1,8 +1,8 @@
 #ifndef VEM_VEM_JSON_REGIONS_H_
 #define VEM_VEM_JSON_REGIONS_H_
 
-#include <algorithm>
 #include <cstddef>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -106,8 +106,8 @@ struct form<VemRegion> {
   }
 };
 
-/// The regions of an array hold plain integers. Beside them stand the outlines, a track of its own
-/// that nothing keeps in step.
+/// The regions of an array hold plain integers, all of them or, where only contours tell what they
+/// cover, none. Beside them stand the outlines, a track of its own that nothing keeps in step.
 template <>
 struct form<VemRegionArray> {
   static const char* name() { return "VemRegionArray"; }
@@ -115,13 +115,13 @@ struct form<VemRegionArray> {
 
   static json write(const VemRegionArray& array) {
     const IVemRegionArrayPara& from = parts(array);
+    require_in_step(from);
     json object = json::object();
     json& list = object["regions"] = json::array();
     for (std::size_t i = 0; i < from.Widths.size(); ++i) list.push_back(write_region(from, i));
-    const std::size_t count = std::min(from.Hierarchies.size(), from.Contours.size());
-    if (count == 0) return object;
+    if (from.Contours.empty()) return object;
     json& track = object["outlines"] = json::array();
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t i = 0; i < from.Contours.size(); ++i) {
       track.push_back(write_outlines(from.Hierarchies[i], from.Contours[i]));
     }
     return object;
@@ -131,34 +131,47 @@ struct form<VemRegionArray> {
     object_reader object(place);
     IVemRegionArrayPara to;
     const node list = object["regions"];
-    for (std::size_t i = 0; i < list.size(); ++i) read_region(list[i], to);
+    const bool has_runs = list.size() > 0 && object_reader(list[0]).has("rows");
+    for (std::size_t i = 0; i < list.size(); ++i) read_region(list[i], has_runs, to);
     if (object.has("outlines")) read_track(object["outlines"], to);
     object.finish();
     parts(array) = to;
   }
 
  private:
-  // What a list lacks counts as 0, or as no runs.
-  static json write_runs_of(const std::vector<std::vector<int>>& lists, std::size_t i) {
-    return i < lists.size() ? write_integers(lists[i].data(), lists[i].size()) : json::array();
+  // An array without lists of runs has those of its contours, painted.
+  static void require_in_step(const IVemRegionArrayPara& from) {
+    const std::size_t runs = from.Rows.size();
+    if (from.Heights.size() != from.Widths.size() || (runs != from.Widths.size() && runs != 0) ||
+        from.FirstColumns.size() != runs || from.LastColumns.size() != runs ||
+        from.Hierarchies.size() != from.Contours.size()) {
+      throw std::invalid_argument("vem::to_json: lists that no VemRegionArray has");
+    }
+  }
+
+  static json write_list(const std::vector<int>& list) {
+    return write_integers(list.data(), list.size());
   }
   static json write_region(const IVemRegionArrayPara& from, std::size_t i) {
     json object = json::object();
     object["width"] = from.Widths[i];
-    object["height"] = i < from.Heights.size() ? from.Heights[i] : 0;
-    object["rows"] = write_runs_of(from.Rows, i);
-    object["first_columns"] = write_runs_of(from.FirstColumns, i);
-    object["last_columns"] = write_runs_of(from.LastColumns, i);
+    object["height"] = from.Heights[i];
+    if (from.Rows.empty()) return object;
+    object["rows"] = write_list(from.Rows[i]);
+    object["first_columns"] = write_list(from.FirstColumns[i]);
+    object["last_columns"] = write_list(from.LastColumns[i]);
     return object;
   }
 
-  static void read_region(const node& place, IVemRegionArrayPara& to) {
+  static void read_region(const node& place, bool has_runs, IVemRegionArrayPara& to) {
     object_reader object(place);
     to.Widths.push_back(read_integer<int>(object["width"]));
     to.Heights.push_back(read_integer<int>(object["height"]));
-    to.Rows.push_back(read_integers(object["rows"]));
-    to.FirstColumns.push_back(read_integers(object["first_columns"]));
-    to.LastColumns.push_back(read_integers(object["last_columns"]));
+    if (has_runs) {
+      to.Rows.push_back(read_integers(object["rows"]));
+      to.FirstColumns.push_back(read_integers(object["first_columns"]));
+      to.LastColumns.push_back(read_integers(object["last_columns"]));
+    }
     object.finish();
   }
   static void read_track(const node& place, IVemRegionArrayPara& to) {

@@ -251,7 +251,8 @@ std::optional<VemRegion> tried_region(const Source& source) {
 /// integers can't tell, and a line that is vertical in whole numbers, where GetMask is a fault of
 /// the processor.
 inline VemRegion region_of(const VemROI& roi) { return detail::made_region(roi); }
-/// The pixels of an image of one channel that are not zero, on a canvas of its size.
+/// The pixels of an image of one channel that are not zero, on a canvas of its size. A depth that
+/// VemImageType has not counts as bytes, as VemImage::BitDepth has it.
 inline VemRegion region_of(const VemImage& mask) { return detail::made_region(mask); }
 /// A drawing in characters, a line for each row: '#' is inside, '.' is not. The longest line tells
 /// the width.

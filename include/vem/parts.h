@@ -60,6 +60,13 @@ const typename parts_of<Handle>::type& parts(const Handle& handle) {
   return parts(const_cast<Handle&>(handle));
 }
 
+/// @cond
+template <typename Handle>
+void parts(const Handle&&) {
+  static_assert(sizeof(Handle) == 0, "vem::parts: the object of a temporary is gone with it");
+}
+/// @endcond
+
 }  // namespace vem
 
 #endif  // VEM_VEM_PARTS_H_

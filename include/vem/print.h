@@ -26,7 +26,8 @@
 #include "vem/runs.h"
 #include "vem/value.h"
 
-/// Every class on a stream, in a failed test and in fmt; equality and hashes; masks in characters.
+/// Every class but VemRLC, whose results are plain lists, on a stream, in a failed test and in fmt;
+/// equality and hashes; masks in characters.
 ///
 /// `out << value` prints in one line. A text alone stands as it is, within a list in quotes with
 /// its own quotes and what does not print escaped; nothing is "none". Numbers have the shortest
@@ -100,7 +101,7 @@ using is_printed =
               VemFont, VemOverlay, VemOverlayPath, Vem1DCode, Vem1DCodeArray, VemDMCode,
               VemDMCodeArray, VemQRCode, VemQRCodeArray, VemPDF417Code, VemPDF417CodeArray,
               VemVCode, VemVCodeArray, VemScratchFeature, VemScratchGroup, VemScratchLayer,
-              VemScratchLayerArray>;
+              VemScratchLayerArray, VemScratchPrecessing>;
 
 template <class T>
 using is_compared = is_one_of<T, VemPoint, Vem3DPoint, VemLine, VemCircle, VemPointArray,
@@ -291,6 +292,7 @@ template <> struct formatter<VemScratchFeature> : vem::detail::in_line<VemScratc
 template <> struct formatter<VemScratchGroup> : vem::detail::in_line<VemScratchGroup> {};
 template <> struct formatter<VemScratchLayer> : vem::detail::in_line<VemScratchLayer> {};
 template <> struct formatter<VemScratchLayerArray> : vem::detail::in_line<VemScratchLayerArray> {};
+template <> struct formatter<VemScratchPrecessing> : vem::detail::in_line<VemScratchPrecessing> {};
 // clang-format on
 
 }  // namespace fmt

@@ -53,6 +53,7 @@
 #include "vem/depth.h"
 #include "vem/print_facts.h"
 #include "vem/range.h"
+#include "vem/runs.h"
 #include "vem/shapes.h"
 #include "vem/value.h"
 
@@ -246,7 +247,7 @@ struct printer<VemMorphStructure> {
 
 inline void print_runs(std::ostream& out, const runs_in_place& runs) {
   const int limit = 8;
-  const int count = runs.rows->Length();
+  const int count = run_count(*runs.rows, *runs.first_columns, *runs.last_columns);
   out << ' ' << runs.width << 'x' << runs.height;
   for (int i = 0; i < count && i < limit; ++i) {
     out << (i == 0 ? ": " : ", ");
@@ -384,6 +385,15 @@ template <>
 struct printer<VemScratchFeature> {
   static void print(std::ostream& out, const VemScratchFeature& feature) {
     out << "key " << feature.SortKey;
+  }
+};
+template <>
+struct printer<VemScratchPrecessing> {
+  static void print(std::ostream& out, const VemScratchPrecessing& settings) {
+    out << '(' << settings.Param0 << ", ";
+    print_number(out, settings.Param1);
+    out << ", " << settings.Param2 << ", " << settings.Param3 << ", " << settings.Param4 << ", "
+        << settings.Param5 << ')';
   }
 };
 template <>

@@ -187,8 +187,12 @@ struct made_of {
 template <>
 struct made_of<VemVar> {
   template <class From>
-  static VemVar make(const From& from) {
+  static if_true<is_number<From>::value || is_text<From>::value, VemVar> make(const From& from) {
     return vem::value(from);
+  }
+  template <class From>
+  static if_true<!is_number<From>::value && !is_text<From>::value, VemVar> make(const From& from) {
+    return static_cast<VemVar>(from);
   }
 };
 

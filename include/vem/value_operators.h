@@ -49,10 +49,10 @@ using plain = typename std::remove_cv<typename std::remove_reference<T>::type>::
 template <bool kCondition, class T = void>
 using if_true = typename std::enable_if<kCondition, T>::type;
 
+// Whatever is compared anywhere is asked about: of a class no more than that it is none.
 template <class T>
-struct is_number : std::integral_constant<bool, std::is_arithmetic<T>::value ||
-                                                    (std::is_enum<T>::value &&
-                                                     std::is_convertible<T, long long>::value)> {};
+struct is_number : std::conditional<std::is_enum<T>::value, std::is_convertible<T, long long>,
+                                    std::is_arithmetic<T>>::type {};
 
 template <class T>
 struct is_text : std::false_type {};

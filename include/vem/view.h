@@ -113,7 +113,8 @@ VEM_EXPORT bool draw(cv::Mat& picture, const VemContour& contour,
                      channel_order order = channel_order::bgr);
 
 /// Draws contours as open chains. Filled, the pixels are tinted that they cover, even-odd over all
-/// of them, their borders included, as VemROI::GenMask has it.
+/// of them, their borders included, as VemROI::GenMask has it; where one has a coordinate of 2^31
+/// or beyond, which no mask can tell, what they cover is tinted with smooth edges.
 VEM_EXPORT bool draw(cv::Mat& picture, const VemContourArray& contours,
                      const draw_style& style = draw_style(),
                      channel_order order = channel_order::bgr);

@@ -66,7 +66,8 @@ TEST(VemJsonRaster, EveryDepthAndChannelCountComesBack) {
         image.Mat() = Filled(3, width, CV_MAKETYPE(depth, channels));
         ExpectSameBytes(Again(image).Mat(), image.Mat());
         const VemFeatureDescriptor numbers(image.Mat());
-        ExpectSameBytes(vem::parts(Again(numbers)), image.Mat());
+        const VemFeatureDescriptor again = Again(numbers);
+        ExpectSameBytes(vem::parts(again), image.Mat());
       }
     }
   }
@@ -106,6 +107,16 @@ TEST(VemJsonRaster, MatricesKeepTheirNumbers) {
   EXPECT_EQ(again.Rows(), 2);
   EXPECT_EQ(again.Cols(), 3);
   EXPECT_EQ(std::memcmp(again.MatrixData(), numbers, sizeof numbers), 0);
+}
+
+TEST(VemJsonRaster, MatricesHaveOneChannel) {
+  VemMatrix matrix;
+  matrix.Mat() = cv::Mat(1, 1, CV_8UC3, cv::Scalar::all(7));
+  EXPECT_THROW(vem::to_json(matrix), std::invalid_argument);
+  nlohmann::json document = vem::to_json(VemMatrix(1, 1, VemMatrixType8U));
+  document["channels"] = 3;
+  document["pixels"] = "AAAA";
+  EXPECT_THROW(vem::from_json<VemMatrix>(document), vem::json_error);
 }
 
 TEST(VemJsonRaster, ArraysComeBack) {

@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 #include <opencv2/core.hpp>
 
+#include "vem/region.h"
+
 namespace {
 
 using nlohmann::json;
@@ -715,10 +717,51 @@ TEST(VemJsonRegion, ArraysKeepBothTracks) {
   EXPECT_EQ(Fields(Again(VemRegionArray())), R"({"regions":[]})");
 }
 
+// Its runs are painted from the contours, and are again.
+TEST(VemJsonRegion, ArraysOfContoursAloneComeBack) {
+  VemRegionArray array;
+  IVemRegionArrayPara& fields = vem::parts(array);
+  fields.Widths = {10};
+  fields.Heights = {10};
+  fields.Contours = {{{cv::Point(1, 1), cv::Point(5, 1), cv::Point(5, 5)}}};
+  fields.Hierarchies = {{cv::Vec4i(-1, -1, -1, -1)}};
+  EXPECT_EQ(Fields(array),
+            R"({"outlines":[{"contours":[[[1,1],[5,1],[5,5]]],"hierarchy":[[-1,-1,-1,-1]]}],)"
+            R"("regions":[{"height":10,"width":10}]})");
+  VemRegionArray again = Again(array);
+  EXPECT_TRUE(vem::parts(again).Rows.empty());
+  VemRegion painted;
+  VemRegion paintedAgain;
+  array.Select(0, &painted);
+  again.Select(0, &paintedAgain);
+  EXPECT_EQ(vem::pixel_set(painted).area(), 15u);
+  EXPECT_TRUE(vem::same_pixels(painted, paintedAgain));
+}
+
+TEST(VemJsonRegion, ListsOfUnlikeLengthsAreRefused) {
+  using Fields = IVemRegionArrayPara;
+  const std::function<void(Fields&)> changes[] = {
+      [](Fields& x) { x.Widths.push_back(1); },   [](Fields& x) { x.Heights.clear(); },
+      [](Fields& x) { x.Rows.pop_back(); },       [](Fields& x) { x.FirstColumns.clear(); },
+      [](Fields& x) { x.LastColumns.clear(); },   [](Fields& x) { x.Hierarchies.clear(); },
+      [](Fields& x) { x.Contours.push_back({}); }};
+  VemRegion outlined = Outlined(3);
+  for (const std::function<void(Fields&)>& change : changes) {
+    VemRegionArray array;
+    array.Append(outlined);
+    array.Append(outlined);
+    EXPECT_NO_THROW(vem::to_json(array));
+    change(vem::parts(array));
+    EXPECT_THROW(vem::to_json(array), std::invalid_argument);
+  }
+}
+
 TEST(VemJsonRegion, FaultsAreTold) {
   const Fault faults[] = {
       {R"({"version":1,"regions":[{"width":1,"height":1,"rows":[1.5]}]})",
        "/regions/0/rows/0: expected an integer"},
+      {R"({"version":1,"regions":[{"width":1,"height":1},{"width":1,"height":1,"rows":[]}]})",
+       "/regions/1/rows: is no field of this object"},
       {R"({"version":1,"regions":[],"outlines":[{"hierarchy":[[1,2,3]],"contours":[]}]})",
        "/outlines/0/hierarchy/0: expected 4 integers"},
       {R"({"version":1,"regions":[],"outlines":[{"hierarchy":[],"contours":[[[1,2],[1,2.5]]]}]})",

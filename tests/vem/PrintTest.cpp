@@ -87,11 +87,16 @@ TEST(VemPrintLine, TellsWhatAValueHolds) {
       {Line(group), "\"edge\" [key 5]"},
       {Line(vem::to<VemScratchLayer>({group})), "[\"edge\" [key 5]]"},
       {Line(VemScratchLayerArray()), "[]"},
+      {Line(VemScratchLayer().Settings), "(0, 9, 0, 255, 0, 0)"},
   };
   for (const LineCase& c : cases) EXPECT_EQ(c.found, c.expected);
 }
 
 TEST(VemPrintLine, TellsAShapeByItsNumbers) {
+  VemRegion uneven;
+  VemVarArray twice = vem::array(0, 1);
+  VemVarArray once = vem::array(0);
+  uneven.CreateRegion(3, 2, twice, twice, once);
   const LineCase cases[] = {
       {Line(VemROI()), "none"},
       {Line(vem::point({1, 2})), "point at (1, 2)"},
@@ -112,6 +117,7 @@ TEST(VemPrintLine, TellsAShapeByItsNumbers) {
       {Line(vem::to<VemROIArray>({vem::point({1, 2}), VemROI()})), "[point at (1, 2), none]"},
       {Line(VemRegion()), "region 0x0"},
       {Line(vem::region_of(".##.\n####")), "region 4x2: 0:1-2, 1:0-3"},
+      {Line(uneven), "region 3x2: 0:0-0"},
       {Line(vem::region_of("#.#.#.#.#.#.#.#.#.#")),
        "region 19x1: 0:0-0, 0:2-2, 0:4-4, 0:6-6, 0:8-8, 0:10-10, 0:12-12, 0:14-14 and 2 more "
        "runs"},

@@ -350,6 +350,18 @@ TEST(VemRangeValues, AreMadeOfNumbersAndTexts) {
   EXPECT_THROW(vem::array(1, ~0UL), std::out_of_range);
 }
 
+struct Convertible {
+  operator VemVar() const { return VemVar(7); }
+};
+struct Derived : VemVar {
+  using VemVar::VemVar;
+};
+
+TEST(VemRangeValues, AreMadeOfWhatConverts) {
+  EXPECT_EQ(vem::to<VemVarArray>(std::vector<Convertible>(2)), vem::array(7, 7));
+  EXPECT_EQ(vem::to<VemVarArray>(std::vector<Derived>{Derived(2.5)}), vem::array(2.5));
+}
+
 TEST(VemRangeValues, AreReadIntoVectors) {
   std::vector<bool> flags = {true, false};
   EXPECT_EQ(vem::to_vector<int>(vem::to<VemVarArray>(flags)), (std::vector<int>{1, 0}));

@@ -9,7 +9,16 @@
 #include "VemTuple.h"
 #include "vem/value_operators.h"
 
+// A class of a program's own, of which no more than its name is known here, with its own operator.
+struct Unknown;
+bool operator==(const Unknown& a, const Unknown& b);
+bool AreSame(const Unknown& a, const Unknown& b) { return a == b; }
+struct Unknown {};
+bool operator==(const Unknown&, const Unknown&) { return true; }
+
 namespace {
+
+TEST(VemValueComparison, LeavesOtherClassesAlone) { EXPECT_TRUE(AreSame(Unknown(), Unknown())); }
 
 const long kLongMin = std::numeric_limits<long>::min();
 const long kLongMax = std::numeric_limits<long>::max();

@@ -378,6 +378,29 @@ TEST(WildNumbers, OfContoursLeaveTheirPartOnThePicture) {
   }
 }
 
+// From 2^31 on there is no mask of them: borders are smooth then, and what lies inside stays
+// inside.
+TEST(WildNumbers, OfFilledContoursLeaveTheirPartOnThePicture) {
+  const auto tinted = [](double far) {
+    cv::Mat picture = cv::Mat::zeros(100, 100, CV_8UC1);
+    draw(picture, ContourOf({{50, 10}, {far, 50}, {50, 90}}), draw_style(255, 255, 255, 0, true));
+    return picture;
+  };
+  const cv::Mat expected = tinted(2e9);
+  ASSERT_EQ(cv::countNonZero(expected.colRange(0, 50)), 0);
+  ASSERT_GT(cv::countNonZero(expected.colRange(50, 100)), 3900);
+  for (const double far : {2147483647.0, 3e9, 1e17, 1e300, DBL_MAX}) {
+    const cv::Mat found = tinted(far);
+    EXPECT_EQ(cv::countNonZero(found.colRange(0, 50)), 0) << far;
+    EXPECT_EQ(cv::norm(found(cv::Rect(51, 12, 49, 77)), expected(cv::Rect(51, 12, 49, 77))), 0)
+        << far;
+  }
+  cv::Mat picture = cv::Mat::zeros(100, 100, CV_8UC1);
+  draw(picture, ContourOf({{-3e9, -3e9}, {3e9, -3e9}, {3e9, 3e9}, {-3e9, 3e9}}),
+       draw_style(255, 255, 255, 0, true));
+  EXPECT_EQ(cv::countNonZero(picture), 10000);
+}
+
 // Each takes some milliseconds, though as shapes they are beyond every limit: drawn pixel by pixel,
 // sample by sample or one over another they would take minutes or hours.
 TEST(WildNumbers, CostWhatThePictureCosts) {
