@@ -109,26 +109,23 @@ class VEM_EXPORT VemROI {
   /// Most shapes lose the fraction of their numbers first. What is covered then:
   /// - a rectangle: all pixels between its corners, both included;
   /// - a circle at row y: one run a row from y - radius + 1 to y + radius - 2; the canvas ends at
-  /// the
-  ///   circle's right and lower edge;
+  ///   the circle's right and lower edge;
   /// - a rotated rectangle: upright, all pixels between its corners, both included, so that one of
   ///   200 by 80 covers 201 by 81; tilted, one run a row between its edges. Upright is what an
   ///   angle without its fraction makes a multiple of 90;
   /// - a line: in each row the pixel on it by the slope without its fraction: a line wider than
-  /// high
-  ///   has no pixels. A line that is vertical once its numbers have lost their fraction, as from
-  ///   column 3.1 to 3.9, is a fault of the processor (SIGFPE), and so is a slope of the smallest
-  ///   integer by -1;
+  ///   high has no pixels. A line that is vertical once its numbers have lost their fraction, as
+  ///   from column 3.1 to 3.9, is a fault of the processor (SIGFPE), and so is a slope of the
+  ///   smallest integer by -1;
   /// - an ellipse: one run a row between the pixels whose distances to the foci add up to the
-  /// longer
-  ///   axis, which may end a row before the last;
+  ///   longer axis, which may end a row before the last;
   /// - an arc: its samples, one for each degree in angular order, then its start once more, each a
   ///   run of its own;
   /// - an irregular shape: its listed pixels alone, each a run of its own;
   /// - a polygon: its border, drawn as 8-connected lines, and the pixels between, even-odd;
   /// - a ring: the pixels between two chains of points, one for each degree, borders included. It
-  /// is
-  ///   whole where the sweep without its fraction is above 358, else a sector with straight ends;
+  ///   is whole where the sweep without its fraction is above 358, else a sector with straight
+  ///   ends;
   /// - a mask: its runs as they are.
   ///
   /// The time goes with the rows and runs, that of an arc with its sweep, however many turns: each

@@ -15,10 +15,16 @@ constexpr long kLargest = 8000;   // What OpenCV's arithmetic takes.
 // Characters that OpenCV has: printable ASCII. Others, of however many bytes, become one '?' each.
 std::string Printable(const std::string& text) {
   std::string printable;
+  int missing = 0;  // Bytes of the character that was begun.
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
     const bool goesOn = (byte & 0xc0) == 0x80;
-    if (!goesOn) printable.push_back(byte >= ' ' && byte <= '~' ? c : '?');
+    if (goesOn && missing > 0) {
+      --missing;
+      continue;
+    }
+    missing = byte >= 0xc0 ? 1 + (byte >= 0xe0) + (byte >= 0xf0) : 0;
+    printable.push_back(byte >= ' ' && byte <= '~' ? c : '?');
   }
   return printable;
 }

@@ -40,9 +40,9 @@ class VemRegion;
 /// the pixels that it covers; the size of its shapes and the count of its arrows add nothing. A
 /// region of interest that is filled by its mask costs the mask, of up to 65536 rows.
 ///
-/// Nothing is reported but the result; what throws is the allocator alone. No argument but the
-/// picture is changed. Different pictures may be drawn on at once; parts of one too, where they
-/// don't overlap.
+/// Nothing is reported but the result; what throws is the allocator alone, OpenCV's included. No
+/// argument but the picture is changed. Different pictures may be drawn on at once; parts of one
+/// too, where they don't overlap.
 namespace vem {
 
 /// Which channel of a picture of three or four stands first: OpenCV's decoders give blue.

@@ -561,6 +561,29 @@ TEST(WildNumbers, OfATextKeepItsLettersInTheirPlaces) {
   }
 }
 
+// A character of UTF-8 is one '?', and so is each byte that begins none.
+TEST(WildNumbers, OfBytesAreAsManyLettersAsTheyTell) {
+  const auto written = [](const std::string& text) {
+    cv::Mat picture = cv::Mat::zeros(60, 300, CV_8UC1);
+    VemOverlay overlay;
+    VemPoint place(10, 40);
+    VemFont font;
+    font.Size = 20;
+    overlay.SetPen(255, 255, 255, 1);
+    overlay.GenText(place, text.c_str(), font);
+    EXPECT_TRUE(draw(picture, overlay));
+    return picture;
+  };
+  const auto same = [&](const std::string& a, const std::string& b) {
+    return cv::norm(written(a), written(b), cv::NORM_INF) == 0;
+  };
+  EXPECT_FALSE(same("5?", "5"));
+  EXPECT_TRUE(same("5\xb0", "5?"));
+  EXPECT_TRUE(same("5\xc2\xb0\xb0", "5??"));
+  EXPECT_TRUE(same("\xe2\x82\xac\xf0\x9f\x98\x80m", "??m"));
+  EXPECT_TRUE(same("\xc2m", "?m"));
+}
+
 TEST(WildNumbers, OfAFontCountAsTheLargest) {
   const auto written = [](long size) {
     cv::Mat picture(8, 9000, CV_8UC1, cv::Scalar(0));
