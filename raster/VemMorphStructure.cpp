@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 #include "values/Processor.h"
 
@@ -83,7 +84,10 @@ long VemMorphStructure::QueryInfo(int* rowsOut, int* colsOut, int* anchorXOut, i
 // Copies as many bytes as the table has values, so a quarter of it: this is meant. A record without
 // a table of its own, or this record itself, has nothing to copy from.
 void VemMorphStructure::CopyTable(const VemMorphStructure& other) {
-  const auto count = static_cast<std::size_t>(WrapMultiply(rows, cols));
+  const int product = WrapMultiply(rows, cols);
+  // Compilers differ in what they throw for such a length.
+  if (product < 0) throw std::bad_array_new_length();
+  const auto count = static_cast<std::size_t>(product);
   int* const table = new int[count];
   if (other.ownsValues_) std::memcpy(table, other.values, count);
   values = table;
