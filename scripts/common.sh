@@ -28,7 +28,7 @@ help_if_asked() {
 install_missing() {
   local package missing=() as_root=()
   for package in "$@"; do
-    dpkg-query -W -f='${Status}\n' "$package" 2>/dev/null | grep -q 'ok installed$' ||
+    dpkg-query -W -f='${Status}\n' "$package" 2>/dev/null | grep "ok installed$" >/dev/null ||
       missing+=("$package")
   done
   [ ${#missing[@]} -gt 0 ] || return 0
