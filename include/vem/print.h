@@ -6,6 +6,7 @@
 #include <cstring>
 #include <functional>
 #include <ostream>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -31,11 +32,12 @@
 ///
 /// `out << value` prints in one line. A text alone stands as it is, within a list in quotes with
 /// its own quotes and what does not print escaped; nothing is "none". Numbers have the shortest
-/// digits that read back, unless the stream has a precision or a notation of its own. Fields that
-/// nothing writes by default, as the numbers of code records, are not printed. GoogleTest takes the
-/// same, and draws small regions and regions of interest; a test program includes this header
-/// wherever it compares these classes, or nowhere. Where fmt/core.h or fmt/format.h is included
-/// before this header, `fmt::format("{:>20}", value)` works for every class too.
+/// digits that read back, unless the stream has a precision or a notation of its own; its width is
+/// that of the whole line. Fields that nothing writes by default, as the numbers of code records,
+/// are not printed. GoogleTest takes the same, and draws small regions and regions of interest; a
+/// test program includes this header wherever it compares these classes, or nowhere. Where
+/// fmt/core.h or fmt/format.h is included before this header, `fmt::format("{:>20}", value)` works
+/// for every class too.
 ///
 /// It reads overlays and regions where they stand, and so needs OpenCV's include path.
 ///
@@ -44,7 +46,8 @@
 /// order, not by pixels, and without their outlines; shapes by kind and by their numbers as they
 /// were set, which the readers round; overlays by pen, brush, text, font and pixels too. What an
 /// object carries along under a type that does not show it is not compared. NaN equals nothing.
-/// `std::hash` is there for points, regions, regions of interest and overlays.
+/// Feature points have none, for their constructors leave fields unset. `std::hash` is there for
+/// points, regions, regions of interest and overlays.
 ///
 /// The operators stand in the global namespace, where the compiler looks for those of a global
 /// class. They are templates: one of a program's own for the same class is the better match.
@@ -121,6 +124,19 @@ if_true<is_array_class<A>::value, bool> same(const A& a, const A& b) {
   return same_elements(a, b);
 }
 
+// --- A line in a field ---
+
+// The whole line as a stream would print it that has no width.
+template <class T>
+std::string text_as(const std::ostream& out, const T& value) {
+  std::ostringstream line;
+  line.copyfmt(out);
+  line.exceptions(std::ios_base::goodbit);
+  line.width(0);
+  print_to(line, value);
+  return line.str();
+}
+
 // --- What GoogleTest shows ---
 
 // A picture of what is small.
@@ -148,6 +164,8 @@ inline std::string small_drawing(const VemROI& roi) {
 template <class T>
 vem::detail::if_true<vem::detail::is_printed<T>::value, std::ostream&> operator<<(std::ostream& out,
                                                                                   const T& value) {
+  const bool is_one_piece = std::is_same<T, VemVar>::value;
+  if (!is_one_piece && out.width() != 0) return out << vem::detail::text_as(out, value);
   vem::detail::print_to(out, value);
   return out;
 }

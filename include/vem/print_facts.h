@@ -153,20 +153,41 @@ inline bool same(const runs_in_place& a, const runs_in_place& b) {
          same(a.first_columns, b.first_columns) && same(a.last_columns, b.last_columns);
 }
 
-// By the fields of a matrix, so that nothing of OpenCV is linked.
-inline std::size_t row_bytes(const cv::Mat& image) {
-  return static_cast<std::size_t>(image.cols) * static_cast<std::size_t>(CV_ELEM_SIZE(image.flags));
-}
-inline const unsigned char* row_of(const cv::Mat& image, int row) {
-  return image.data + static_cast<std::size_t>(row) * image.step.p[0];
-}
-inline bool same(const cv::Mat& a, const cv::Mat& b) {
-  if (a.dims != b.dims || a.rows != b.rows || a.cols != b.cols ||
-      CV_MAT_TYPE(a.flags) != CV_MAT_TYPE(b.flags)) {
-    return false;
+// The rows of a raster of any number of dimensions, the last of which lies along them. By the
+// fields of a matrix, so that nothing of OpenCV is linked.
+class raster_rows {
+ public:
+  explicit raster_rows(const cv::Mat& raster)
+      : raster_(raster), count_(1), bytes_(CV_ELEM_SIZE(raster.flags)) {
+    for (int i = 0; i + 1 < raster.dims; ++i) count_ *= size(i);
+    bytes_ *= raster.dims > 0 ? size(raster.dims - 1) : 0;
   }
-  for (int row = 0; row < a.rows; ++row) {
-    if (std::memcmp(row_of(a, row), row_of(b, row), row_bytes(a)) != 0) return false;
+
+  std::size_t count() const { return bytes_ > 0 ? count_ : 0; }
+  std::size_t bytes() const { return bytes_; }
+  const unsigned char* operator[](std::size_t index) const {
+    const unsigned char* row = raster_.data;
+    for (int i = raster_.dims - 1; i-- > 0; index /= size(i)) {
+      row += index % size(i) * raster_.step.p[i];
+    }
+    return row;
+  }
+
+ private:
+  std::size_t size(int i) const { return static_cast<std::size_t>(raster_.size.p[i]); }
+
+  const cv::Mat& raster_;
+  std::size_t count_, bytes_;
+};
+
+inline bool same(const cv::Mat& a, const cv::Mat& b) {
+  if (a.dims != b.dims || CV_MAT_TYPE(a.flags) != CV_MAT_TYPE(b.flags)) return false;
+  for (int i = 0; i < a.dims; ++i) {
+    if (a.size.p[i] != b.size.p[i]) return false;
+  }
+  const raster_rows left(a), right(b);
+  for (std::size_t row = 0; row < left.count(); ++row) {
+    if (std::memcmp(left[row], right[row], left.bytes()) != 0) return false;
   }
   return true;
 }
@@ -212,12 +233,12 @@ class hasher {
     for (const VemVar& value : *values) put(value);
   }
   void put(const cv::Mat& image) {
-    put(image.cols);
-    put(image.rows);
-    for (int row = 0; row < image.rows; ++row) {
-      const unsigned char* const bytes = row_of(image, row);
+    for (int i = 0; i < image.dims; ++i) put(image.size.p[i]);
+    const raster_rows rows(image);
+    for (std::size_t row = 0; row < rows.count(); ++row) {
+      const unsigned char* const bytes = rows[row];
       std::size_t sum = 14695981039346656037u;
-      for (std::size_t i = 0; i < row_bytes(image); ++i) sum = (sum ^ bytes[i]) * 1099511628211u;
+      for (std::size_t i = 0; i < rows.bytes(); ++i) sum = (sum ^ bytes[i]) * 1099511628211u;
       put(sum);
     }
   }

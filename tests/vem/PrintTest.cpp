@@ -176,6 +176,24 @@ TEST(VemPrintLine, KeepsThePrecisionOfTheStream) {
   EXPECT_EQ(out.str(), "(1.23, 2) 2.000 circle center (0.100, 2.000), radius 3.000");
 }
 
+TEST(VemPrintLine, FillsTheWidthOfTheStreamAsAWhole) {
+  std::ostringstream out;
+  out << std::setw(10) << VemPoint(1, 2) << '|' << std::left << std::setfill('.') << std::setw(12)
+      << vem::array(1, "x") << '|' << std::setw(3) << VemPoint(1, 2) << '|';
+  EXPECT_EQ(out.str(), "    (1, 2)|[1, \"x\"]....|(1, 2)|");
+  EXPECT_EQ(out.width(), 0);
+
+  out.str("");
+  out << std::internal << std::setfill('0') << std::setw(6) << VemVar(-5);
+  EXPECT_EQ(out.str(), "-00005");
+
+  // Nothing of the stream's exceptions is raised by the line on its way.
+  out.str("");
+  out.exceptions(std::ios_base::eofbit | std::ios_base::failbit);
+  out << std::right << std::setprecision(2) << std::setw(13) << VemPoint(0.125, 2);
+  EXPECT_EQ(out.str(), "0000(0.12, 2)");
+}
+
 namespace stranger {
 struct Own {};
 std::ostream& operator<<(std::ostream& out, const Own&) { return out << "own"; }
@@ -379,6 +397,26 @@ TEST(VemPrintEquality, TellsEveryOverlayFromEveryOther) {
   }
   EXPECT_EQ(std::unordered_set<VemOverlay>(overlays.begin(), overlays.end()).size(),
             overlays.size());
+}
+
+// An overlay of eight numbers in a raster of three dimensions, of which one is changed.
+VemOverlay OfThreeDimensions(std::size_t changed, int rows) {
+  const int sizes[] = {2, rows, 4 / rows};
+  VemImage image;
+  image.Mat().create(3, sizes, CV_8UC1);
+  image.Mat().setTo(0);
+  image.Mat().data[changed] = 1;
+  return vem::overlay_of(image, {1, 2});
+}
+
+TEST(VemPrintEquality, ComparesRastersOfAnyDimensions) {
+  for (std::size_t i = 0; i < 8; ++i) {
+    for (std::size_t j = 0; j < 8; ++j) {
+      EXPECT_EQ(Equal(OfThreeDimensions(i, 2), OfThreeDimensions(j, 2)), i == j) << i << ' ' << j;
+    }
+  }
+  EXPECT_FALSE(Equal(OfThreeDimensions(0, 2), OfThreeDimensions(0, 4)));
+  EXPECT_FALSE(Equal(OfThreeDimensions(0, 2), vem::overlay_of(VemImage(), {1, 2})));
 }
 
 TEST(VemPrintEquality, ComparesListsByElement) {
