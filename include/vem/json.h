@@ -7,6 +7,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "vem/json_forms.h"
 #include "vem/json_node.h"
 #include "vem/json_overlays.h"
 #include "vem/json_rasters.h"
@@ -28,7 +29,8 @@
 /// Points are lists, x before y. Where a number is expected, "nan", "-nan", "inf", "-inf" and
 /// "nan:7ff8000000000001" (all bits of a NaN) are numbers too; a control value that is one stands
 /// as `{"double": "nan"}`, and a text that is not UTF-8 as `{"bytes": "..."}` in base64. Pixels are
-/// base64 beside their size, channels and depth.
+/// base64 beside their size, channels and depth. A coordinate may be written as any number, and is
+/// the nearest that its type has, as 0.1 is; beyond 2^53 so are integers.
 ///
 /// What is read back is what was written: kinds of control values, all bits of doubles, coordinates
 /// that the readers of the classes round. Not written are pixels and runs that an overlay or a
@@ -142,10 +144,16 @@ namespace nlohmann {
 /// stand in a caller's own documents and containers.
 template <typename T>
 struct adl_serializer<T, typename std::enable_if<vem::is_json_class<T>::value>::type> {
-  /// vem::to_json, as nlohmann-json calls it.
-  static void to_json(json& document, const T& value) { document = vem::to_json(value); }
+  /// vem::to_json, as nlohmann-json calls it; its other types of documents take it over.
+  template <typename Document>
+  static void to_json(Document& document, const T& value) {
+    document = vem::to_json(value);
+  }
   /// vem::from_json, as nlohmann-json calls it.
-  static void from_json(const json& document, T& value) { vem::from_json(document, value); }
+  template <typename Document>
+  static void from_json(const Document& document, T& value) {
+    vem::from_json(document, value);
+  }
 };
 
 }  // namespace nlohmann

@@ -17,7 +17,10 @@
 #include "VemMatrixArray.h"
 #include "VemMorphStructure.h"
 #include "vem/depth.h"
+#include "vem/json_forms.h"
 #include "vem/json_node.h"
+#include "vem/json_numbers.h"
+#include "vem/json_texts.h"
 #include "vem/parts.h"
 
 /// How images, matrices, descriptors and morphology structures stand in JSON.

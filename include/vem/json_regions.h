@@ -13,7 +13,9 @@
 #include "VemRegion.h"
 #include "VemRegionArray.h"
 #include "VemRegionData.h"
+#include "vem/json_forms.h"
 #include "vem/json_node.h"
+#include "vem/json_numbers.h"
 #include "vem/json_shapes.h"
 #include "vem/parts.h"
 

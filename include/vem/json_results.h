@@ -14,6 +14,7 @@
 #include "VemScratchGroup.h"
 #include "VemVCode.h"
 #include "VemVCodeArray.h"
+#include "vem/json_forms.h"
 #include "vem/json_node.h"
 #include "vem/json_values.h"
 

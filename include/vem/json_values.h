@@ -17,7 +17,10 @@
 #include "VemTuple.h"
 #include "VemVar.h"
 #include "vem/array_traits.h"
+#include "vem/json_forms.h"
 #include "vem/json_node.h"
+#include "vem/json_numbers.h"
+#include "vem/json_texts.h"
 
 /// How values, points, lines, circles, contours and fonts stand in JSON.
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
+#include <type_traits>
 #include <vector>
 
 #include "VemPoint.h"
@@ -154,6 +155,13 @@ class pixel_set {
       return false;
     }
     return contains(static_cast<int>(point.x), static_cast<int>(point.y));
+  }
+  /// The same for column x, row y of which one is a floating-point number, or both.
+  template <class X, class Y>
+  typename std::enable_if<std::is_floating_point<X>::value || std::is_floating_point<Y>::value,
+                          bool>::type
+  contains(X x, Y y) const {
+    return contains(VemPoint(static_cast<double>(x), static_cast<double>(y)));
   }
 
   /// The number of pixels. Raises `std::overflow_error` beyond 2^63 - 1.

@@ -347,6 +347,12 @@ inline std::string get_or(const VemVar& value, const char* other) {
 inline std::string get_or(const VemVar&& value, const char* other) {
   return vem::get_or(value, other);
 }
+/// The same for a text that may be written.
+inline std::string get_or(const VemVar& value, char* other) {
+  return vem::get_or(value, static_cast<const char*>(other));
+}
+/// The same of a temporary.
+inline std::string get_or(const VemVar&& value, char* other) { return vem::get_or(value, other); }
 
 /// Calls the visitor with what the value holds, a `long`, a `double`, a `const char*` or a none_t,
 /// and returns what it returns. It must take all four, and return one type.
@@ -358,9 +364,9 @@ typename detail::visit_result<Visitor, detail::visits_all<Visitor>::value>::type
   static_assert(takes_all::value,
                 "vem::visit: the visitor takes a long, a double, a const char* and a vem::none_t");
   static_assert(result::one, "vem::visit: the visitor returns one type, whatever it takes");
+  const bool can_be_called = takes_all::value && result::one;
   return detail::visit_as<typename result::type>(std::forward<Visitor>(visitor), value,
-                                                 std::integral_constant < bool,
-                                                 takes_all::value&& result::one > ());
+                                                 std::integral_constant<bool, can_be_called>());
 }
 /// The same of a temporary, for visitors that return no view.
 template <class Visitor>

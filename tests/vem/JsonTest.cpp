@@ -304,6 +304,18 @@ TEST(VemJson, ClassesStandInDocumentsOfTheCaller) {
   EXPECT_STREQ(target.S(), "text");
 }
 
+TEST(VemJson, ClassesStandInOrderedDocuments) {
+  nlohmann::ordered_json parts;
+  parts["z"] = VemPoint(1, 2.5);
+  parts["a"] = vem::to_json(VemVar("text"));
+  EXPECT_EQ(parts["z"].get<VemPoint>().y, 2.5);
+  EXPECT_STREQ(vem::from_json<VemVar>(parts["a"]).S(), "text");
+  VemVar target;
+  vem::from_json(parts["a"], target);
+  EXPECT_STREQ(target.S(), "text");
+  EXPECT_EQ(parts.begin().key(), "z");
+}
+
 TEST(VemJson, OnlyClassesOfTheLibraryHaveDocuments) {
   EXPECT_TRUE(vem::is_json_class<VemVar>::value);
   EXPECT_TRUE(vem::is_json_class<VemScratchLayerArray>::value);

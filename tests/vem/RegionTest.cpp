@@ -312,6 +312,12 @@ TEST(VemRegionSet, PointsAreTruncated) {
   EXPECT_FALSE(set.contains(VemPoint(std::nan(""), 0)));
   EXPECT_FALSE(set.contains(VemPoint(0, std::numeric_limits<double>::infinity())));
   EXPECT_FALSE(pixel_set().contains(0, 0));
+
+  EXPECT_TRUE(set.contains(3.9, 2.9));
+  EXPECT_TRUE(set.contains(-0.9F, 0));
+  EXPECT_FALSE(set.contains(0, -1.0));
+  EXPECT_FALSE(set.contains(4294967299.0, 2));
+  EXPECT_FALSE(set.contains(std::nan(""), 0.0));
 }
 
 TEST(VemRegionSet, NoPixelsHaveNoCentre) {

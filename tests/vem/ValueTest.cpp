@@ -127,6 +127,12 @@ TEST(VemValueGetOr, TakesTheOtherWhereGetWouldThrow) {
   EXPECT_EQ(vem::get_or(VemVar("x"), "none"), "x");
   EXPECT_EQ(vem::get_or(VemVar(1), "none"), "none");
   EXPECT_EQ(vem::get_or(VemVar(1), std::string("none")), "none");
+  char text[] = "none";
+  char* const other = text;
+  const VemVar number(1);
+  EXPECT_EQ(vem::get_or(number, other), "none");
+  EXPECT_EQ(vem::get_or(number, text), "none");
+  EXPECT_EQ(vem::get_or(VemVar("x"), other), "x");
 }
 
 TEST(VemValueHolds, TellsWhatGetCanRead) {
