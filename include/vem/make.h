@@ -3,7 +3,6 @@
 
 #include <initializer_list>
 #include <string>
-#include <type_traits>
 #if __cplusplus >= 201703L
 #include <optional>
 #endif
@@ -89,7 +88,6 @@ std::optional<VemOverlay> tried_overlay(const Source& source) {
 /// A point.
 template <class Shape = VemROI>
 Shape point(const VemPoint& at) {
-  static_assert(detail::is_shape<Shape>::value, "vem::point makes a VemROI or a VemOverlay");
   return detail::made_shape<Shape>(detail::point_draft{at});
 }
 
@@ -97,21 +95,18 @@ Shape point(const VemPoint& at) {
 /// and in y.
 template <class Shape = VemROI>
 Shape rect1(const VemPoint& p1, const VemPoint& p2) {
-  static_assert(detail::is_shape<Shape>::value, "vem::rect1 makes a VemROI or a VemOverlay");
   return detail::made_shape<Shape>(detail::rect1_draft{{p1, p2}});
 }
 
 /// A circle; the radius must be above 0.
 template <class Shape = VemROI>
 Shape circle(const VemPoint& center, double radius) {
-  static_assert(detail::is_shape<Shape>::value, "vem::circle makes a VemROI or a VemOverlay");
   return detail::made_shape<Shape>(detail::circle_draft{center, radius});
 }
 
 /// A rotated ellipse by its semi-axes, the first along the direction `angle`; both must be above 0.
 template <class Shape = VemROI>
 Shape ellipse(const VemPoint& center, double radius1, double radius2, double angle) {
-  static_assert(detail::is_shape<Shape>::value, "vem::ellipse makes a VemROI or a VemOverlay");
   return detail::made_shape<Shape>(detail::ellipse_draft{center, radius1, radius2, angle});
 }
 
@@ -119,7 +114,6 @@ Shape ellipse(const VemPoint& center, double radius1, double radius2, double ang
 /// 0.
 template <class Shape = VemROI>
 Shape rect2(const VemPoint& center, double length1, double length2, double angle) {
-  static_assert(detail::is_shape<Shape>::value, "vem::rect2 makes a VemROI or a VemOverlay");
   return detail::made_shape<Shape>(detail::rect2_draft{center, length1, length2, angle});
 }
 
@@ -128,7 +122,6 @@ Shape rect2(const VemPoint& center, double length1, double length2, double angle
 template <class Shape = VemROI>
 Shape torus(const VemPoint& center, double inner_radius, double outer_radius, double start_angle,
             double sweep_angle) {
-  static_assert(detail::is_shape<Shape>::value, "vem::torus makes a VemROI or a VemOverlay");
   return detail::made_shape<Shape>(
       detail::torus_draft{center, inner_radius, outer_radius, start_angle, sweep_angle});
 }
@@ -136,8 +129,6 @@ Shape torus(const VemPoint& center, double inner_radius, double outer_radius, do
 /// A segment between two points that must differ; also as a VemLine.
 template <class Shape = VemROI>
 Shape line(const VemPoint& p1, const VemPoint& p2) {
-  static_assert(detail::is_shape<Shape>::value || std::is_same<Shape, VemLine>::value,
-                "vem::line makes a VemROI, a VemLine or a VemOverlay");
   return detail::made_shape<Shape>(detail::line_draft{{p1, p2}});
 }
 
@@ -145,33 +136,28 @@ Shape line(const VemPoint& p1, const VemPoint& p2) {
 /// not negative.
 template <class Shape = VemROI>
 Shape arc(const VemPoint& center, double radius, double start_angle, double sweep_angle) {
-  static_assert(detail::is_shape<Shape>::value, "vem::arc makes a VemROI or a VemOverlay");
   return detail::made_shape<Shape>(detail::arc_draft{center, radius, start_angle, sweep_angle});
 }
 
 /// A polygon of at least 3 points, as a list or any range; the closing point is not listed.
 template <class Shape = VemROI, class Points>
 Shape polygon(const Points& points) {
-  static_assert(detail::is_shape<Shape>::value, "vem::polygon makes a VemROI or a VemOverlay");
   return detail::made_shape<Shape>(detail::polygon_draft(vem::to<VemPointArray>(points)));
 }
 /// The same of a list.
 template <class Shape = VemROI>
 Shape polygon(std::initializer_list<VemPoint> points) {
-  static_assert(detail::is_shape<Shape>::value, "vem::polygon makes a VemROI or a VemOverlay");
   return detail::made_shape<Shape>(detail::polygon_draft(vem::to<VemPointArray>(points)));
 }
 
 /// A chain of at least 3 listed points, as a list or any range.
 template <class Shape = VemROI, class Points>
 Shape irregular(const Points& points) {
-  static_assert(detail::is_shape<Shape>::value, "vem::irregular makes a VemROI or a VemOverlay");
   return detail::made_shape<Shape>(detail::irregular_draft(vem::to<VemPointArray>(points)));
 }
 /// The same of a list.
 template <class Shape = VemROI>
 Shape irregular(std::initializer_list<VemPoint> points) {
-  static_assert(detail::is_shape<Shape>::value, "vem::irregular makes a VemROI or a VemOverlay");
   return detail::made_shape<Shape>(detail::irregular_draft(vem::to<VemPointArray>(points)));
 }
 
@@ -276,21 +262,18 @@ inline VemFont font(const std::string& name, long size, long weight = 500) {
 /// What point makes, or nothing.
 template <class Shape = VemROI>
 std::optional<Shape> try_point(const VemPoint& at) {
-  static_assert(detail::is_shape<Shape>::value, "vem::point makes a VemROI or a VemOverlay");
   return detail::tried_shape<Shape>(detail::point_draft{at});
 }
 
 /// What rect1 makes, or nothing.
 template <class Shape = VemROI>
 std::optional<Shape> try_rect1(const VemPoint& p1, const VemPoint& p2) {
-  static_assert(detail::is_shape<Shape>::value, "vem::rect1 makes a VemROI or a VemOverlay");
   return detail::tried_shape<Shape>(detail::rect1_draft{{p1, p2}});
 }
 
 /// What circle makes, or nothing.
 template <class Shape = VemROI>
 std::optional<Shape> try_circle(const VemPoint& center, double radius) {
-  static_assert(detail::is_shape<Shape>::value, "vem::circle makes a VemROI or a VemOverlay");
   return detail::tried_shape<Shape>(detail::circle_draft{center, radius});
 }
 
@@ -298,7 +281,6 @@ std::optional<Shape> try_circle(const VemPoint& center, double radius) {
 template <class Shape = VemROI>
 std::optional<Shape> try_ellipse(const VemPoint& center, double radius1, double radius2,
                                  double angle) {
-  static_assert(detail::is_shape<Shape>::value, "vem::ellipse makes a VemROI or a VemOverlay");
   return detail::tried_shape<Shape>(detail::ellipse_draft{center, radius1, radius2, angle});
 }
 
@@ -306,7 +288,6 @@ std::optional<Shape> try_ellipse(const VemPoint& center, double radius1, double 
 template <class Shape = VemROI>
 std::optional<Shape> try_rect2(const VemPoint& center, double length1, double length2,
                                double angle) {
-  static_assert(detail::is_shape<Shape>::value, "vem::rect2 makes a VemROI or a VemOverlay");
   return detail::tried_shape<Shape>(detail::rect2_draft{center, length1, length2, angle});
 }
 
@@ -314,7 +295,6 @@ std::optional<Shape> try_rect2(const VemPoint& center, double length1, double le
 template <class Shape = VemROI>
 std::optional<Shape> try_torus(const VemPoint& center, double inner_radius, double outer_radius,
                                double start_angle, double sweep_angle) {
-  static_assert(detail::is_shape<Shape>::value, "vem::torus makes a VemROI or a VemOverlay");
   return detail::tried_shape<Shape>(
       detail::torus_draft{center, inner_radius, outer_radius, start_angle, sweep_angle});
 }
@@ -322,8 +302,6 @@ std::optional<Shape> try_torus(const VemPoint& center, double inner_radius, doub
 /// What line makes, or nothing.
 template <class Shape = VemROI>
 std::optional<Shape> try_line(const VemPoint& p1, const VemPoint& p2) {
-  static_assert(detail::is_shape<Shape>::value || std::is_same<Shape, VemLine>::value,
-                "vem::line makes a VemROI, a VemLine or a VemOverlay");
   return detail::tried_shape<Shape>(detail::line_draft{{p1, p2}});
 }
 
@@ -331,33 +309,28 @@ std::optional<Shape> try_line(const VemPoint& p1, const VemPoint& p2) {
 template <class Shape = VemROI>
 std::optional<Shape> try_arc(const VemPoint& center, double radius, double start_angle,
                              double sweep_angle) {
-  static_assert(detail::is_shape<Shape>::value, "vem::arc makes a VemROI or a VemOverlay");
   return detail::tried_shape<Shape>(detail::arc_draft{center, radius, start_angle, sweep_angle});
 }
 
 /// What polygon makes, or nothing.
 template <class Shape = VemROI, class Points>
 std::optional<Shape> try_polygon(const Points& points) {
-  static_assert(detail::is_shape<Shape>::value, "vem::polygon makes a VemROI or a VemOverlay");
   return detail::tried_shape<Shape>(detail::polygon_draft(vem::to<VemPointArray>(points)));
 }
 /// What polygon makes, or nothing.
 template <class Shape = VemROI>
 std::optional<Shape> try_polygon(std::initializer_list<VemPoint> points) {
-  static_assert(detail::is_shape<Shape>::value, "vem::polygon makes a VemROI or a VemOverlay");
   return detail::tried_shape<Shape>(detail::polygon_draft(vem::to<VemPointArray>(points)));
 }
 
 /// What irregular makes, or nothing.
 template <class Shape = VemROI, class Points>
 std::optional<Shape> try_irregular(const Points& points) {
-  static_assert(detail::is_shape<Shape>::value, "vem::irregular makes a VemROI or a VemOverlay");
   return detail::tried_shape<Shape>(detail::irregular_draft(vem::to<VemPointArray>(points)));
 }
 /// What irregular makes, or nothing.
 template <class Shape = VemROI>
 std::optional<Shape> try_irregular(std::initializer_list<VemPoint> points) {
-  static_assert(detail::is_shape<Shape>::value, "vem::irregular makes a VemROI or a VemOverlay");
   return detail::tried_shape<Shape>(detail::irregular_draft(vem::to<VemPointArray>(points)));
 }
 

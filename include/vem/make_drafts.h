@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <utility>
 #if __cplusplus >= 201703L
 #include <optional>
 #endif
@@ -66,12 +67,16 @@ inline std::string shown(const VemPoint& point) {
   return "(" + digits(point.x) + ", " + digits(point.y) + ")";
 }
 
+template <class Shape>
+struct is_shape : std::integral_constant<bool, std::is_same<Shape, VemROI>::value ||
+                                                   std::is_same<Shape, VemOverlay>::value> {};
+
 struct point_draft {
   VemPoint at;
   static const char* name() { return "point"; }
   std::string refusal() const { return std::string(); }
   template <class Shape>
-  void generate(Shape& shape) {
+  if_true<is_shape<Shape>::value> generate(Shape& shape) {
     shape.GenPoint(at);
   }
 };
@@ -88,7 +93,7 @@ struct line_draft {
   static const char* name() { return "line"; }
   std::string refusal() const { return ends.refusal(); }
   template <class Shape>
-  void generate(Shape& shape) {
+  if_true<is_shape<Shape>::value> generate(Shape& shape) {
     shape.GenLine(ends.p1, ends.p2);
   }
   void generate(VemLine& line) { line = VemLine(ends.p1, ends.p2); }
@@ -112,7 +117,7 @@ struct rect1_draft {
   static const char* name() { return "rect1"; }
   std::string refusal() const { return corners.refusal(); }
   template <class Shape>
-  void generate(Shape& shape) {
+  if_true<is_shape<Shape>::value> generate(Shape& shape) {
     shape.GenRect1(corners.p1, corners.p2);
   }
 };
@@ -132,7 +137,7 @@ struct circle_draft {
   static const char* name() { return "circle"; }
   std::string refusal() const { return unless_above_zero("radius", radius); }
   template <class Shape>
-  void generate(Shape& shape) {
+  if_true<is_shape<Shape>::value> generate(Shape& shape) {
     shape.GenCircle(center, radius);
   }
 };
@@ -145,7 +150,7 @@ struct ellipse_draft {
     return first_of(unless_above_zero("radius1", radius1), unless_above_zero("radius2", radius2));
   }
   template <class Shape>
-  void generate(Shape& shape) {
+  if_true<is_shape<Shape>::value> generate(Shape& shape) {
     shape.GenEllipse(center, radius1, radius2, angle);
   }
 };
@@ -158,7 +163,7 @@ struct rect2_draft {
     return first_of(unless_above_zero("length1", length1), unless_above_zero("length2", length2));
   }
   template <class Shape>
-  void generate(Shape& shape) {
+  if_true<is_shape<Shape>::value> generate(Shape& shape) {
     shape.GenRect2(center, length1, length2, angle);
   }
 };
@@ -187,7 +192,7 @@ struct torus_draft {
                     unless_sweep(sweep_angle));
   }
   template <class Shape>
-  void generate(Shape& shape) {
+  if_true<is_shape<Shape>::value> generate(Shape& shape) {
     shape.GenTorus(center, inner_radius, outer_radius, start_angle, sweep_angle);
   }
 };
@@ -212,7 +217,7 @@ struct arc_draft {
     return first_of(unless_above_zero("radius", radius), unless_sweep(sweep_angle));
   }
   template <class Shape>
-  void generate(Shape& shape) {
+  if_true<is_shape<Shape>::value> generate(Shape& shape) {
     shape.GenArc(center, radius, start_angle, sweep_angle);
   }
 };
@@ -228,7 +233,7 @@ struct polygon_draft : chain_draft {
   explicit polygon_draft(const VemPointArray& list) : chain_draft{list} {}
   static const char* name() { return "polygon"; }
   template <class Shape>
-  void generate(Shape& shape) {
+  if_true<is_shape<Shape>::value> generate(Shape& shape) {
     shape.GenPolygon(points);
   }
 };
@@ -236,7 +241,7 @@ struct irregular_draft : chain_draft {
   explicit irregular_draft(const VemPointArray& list) : chain_draft{list} {}
   static const char* name() { return "irregular"; }
   template <class Shape>
-  void generate(Shape& shape) {
+  if_true<is_shape<Shape>::value> generate(Shape& shape) {
     shape.GenIrregular(points);
   }
 };
@@ -305,9 +310,21 @@ struct contour_mask_draft {
   void generate(VemROI& roi) { roi.GenMask(contours, width, height); }
 };
 
+// Whether a draft makes a shape of this type.
+template <class Draft, class Shape>
+struct makes {
+  template <class D>
+  static auto test(Shape& shape) -> decltype(std::declval<D&>().generate(shape), std::true_type());
+  template <class D>
+  static std::false_type test(...);
+  static const bool value = decltype(test<Draft>(std::declval<Shape&>()))::value;
+};
+
 // The shape that a draft makes. Where it is refused, `reason` tells why.
 template <class Shape, class Draft>
 Shape shape_of(Draft& draft, std::string* reason) {
+  static_assert(makes<Draft, Shape>::value,
+                "vem: a shape is made as a VemROI or a VemOverlay, a line as a VemLine too");
   Shape shape;
   *reason = draft.refusal();
   if (!reason->empty()) return shape;
@@ -344,10 +361,6 @@ std::optional<Shape> tried_shape(Draft draft) {
   return made_or_nothing([&](std::string* reason) { return shape_of<Shape>(draft, reason); });
 }
 #endif
-
-template <class Shape>
-struct is_shape : std::integral_constant<bool, std::is_same<Shape, VemROI>::value ||
-                                                   std::is_same<Shape, VemOverlay>::value> {};
 
 }  // namespace detail
 }  // namespace vem
