@@ -8,22 +8,19 @@ namespace {
 // Up to as many edges or pieces are sorted on each line of a row.
 constexpr std::size_t kFew = 256;
 
-}  // namespace
-
-EvenOddCoverage::EvenOddCoverage(const cv::Size& picture)
-    : width_(picture.width), height_(picture.height), sparse_(width_), packed_(width_) {}
-
-void EvenOddCoverage::Add(const Chain& chain) {
-  for (std::size_t i = 0; i < chain.size(); ++i) {
-    AddEdge(edges_, chain[i], chain[(i + 1) % chain.size()], height_);
-  }
+bool IsBefore(const Edge& a, const Edge& b) { return a.firstLine < b.firstLine; }
+bool IsBefore(const ConvexPiece& a, const ConvexPiece& b) {
+  return a.firstLine != b.firstLine ? a.firstLine < b.firstLine : a.order < b.order;
 }
 
-void EvenOddCoverage::HandOut(RowSink& sink) {
-  std::sort(edges_.begin(), edges_.end(),
-            [](const Edge& a, const Edge& b) { return a.firstLine < b.firstLine; });
-  for (std::int64_t row = 0; row < height_ && (next_ < edges_.size() || !met_.empty()); ++row) {
-    if (met_.empty()) row = edges_[next_].firstLine / kLines;
+}  // namespace
+
+template <typename Item>
+void SweptCoverage<Item>::HandOut(RowSink& sink) {
+  std::sort(items_.begin(), items_.end(),
+            [](const Item& a, const Item& b) { return IsBefore(a, b); });
+  for (std::int64_t row = 0; row < height_ && (next_ < items_.size() || !met_.empty()); ++row) {
+    if (met_.empty()) row = items_[next_].firstLine / kLines;
     Admit(row);
     if (met_.size() <= kFew) {
       CoverSparse(row);
@@ -35,13 +32,20 @@ void EvenOddCoverage::HandOut(RowSink& sink) {
   }
 }
 
-void EvenOddCoverage::Admit(std::int64_t row) {
+template <typename Item>
+void SweptCoverage<Item>::Admit(std::int64_t row) {
   const std::int64_t first = row * kLines, end = first + kLines;
   met_.erase(std::remove_if(met_.begin(), met_.end(),
-                            [first](const Edge& edge) { return edge.endLine <= first; }),
+                            [first](const Item& item) { return item.endLine <= first; }),
              met_.end());
-  for (; next_ < edges_.size() && edges_[next_].firstLine < end; ++next_) {
-    met_.push_back(edges_[next_]);
+  for (; next_ < items_.size() && items_[next_].firstLine < end; ++next_) {
+    met_.push_back(items_[next_]);
+  }
+}
+
+void EvenOddCoverage::Add(const Chain& chain) {
+  for (std::size_t i = 0; i < chain.size(); ++i) {
+    AddEdge(items_, chain[i], chain[(i + 1) % chain.size()], height_);
   }
 }
 
@@ -69,9 +73,6 @@ void EvenOddCoverage::CoverPacked(std::int64_t row) {
   }
 }
 
-UnionCoverage::UnionCoverage(const cv::Size& picture)
-    : width_(picture.width), height_(picture.height), sparse_(width_), packed_(width_) {}
-
 // The edges of a convex chain that lead down are its one side, those that lead up the other.
 void UnionCoverage::Add(const Chain& piece) {
   const auto isLeft = [](const cv::Point2d& p) { return p.x < -1; };
@@ -82,15 +83,15 @@ void UnionCoverage::Add(const Chain& piece) {
   for (std::size_t i = 0; i < piece.size(); ++i) {
     AddEdge(added_, piece[i], piece[(i + 1) % piece.size()], height_);
   }
-  Piece added = {};
+  ConvexPiece added = {};
   if (!AddSide(true, added.sides[0]) || !AddSide(false, added.sides[1])) return;
   added.firstLine = edges_[added.sides[0].edge].firstLine;
   added.endLine = edges_[added.sides[0].end - 1].endLine;
   // Pieces that follow each other often lie side by side. Scattered, a few of them cover all of a
   // row.
   constexpr std::uint32_t kScatter = 2654435761;
-  added.order = static_cast<std::uint32_t>(pieces_.size()) * kScatter;
-  pieces_.push_back(added);
+  added.order = static_cast<std::uint32_t>(items_.size()) * kScatter;
+  items_.push_back(added);
 }
 
 bool UnionCoverage::AddSide(bool down, Side& side) {
@@ -99,35 +100,8 @@ bool UnionCoverage::AddSide(bool down, Side& side) {
                [down](const Edge& edge) { return edge.down == down; });
   side.end = edges_.size();
   std::sort(edges_.begin() + static_cast<std::ptrdiff_t>(side.edge), edges_.end(),
-            [](const Edge& a, const Edge& b) { return a.firstLine < b.firstLine; });
+            [](const Edge& a, const Edge& b) { return IsBefore(a, b); });
   return side.edge < side.end;
-}
-
-void UnionCoverage::HandOut(RowSink& sink) {
-  std::sort(pieces_.begin(), pieces_.end(), [](const Piece& a, const Piece& b) {
-    return a.firstLine != b.firstLine ? a.firstLine < b.firstLine : a.order < b.order;
-  });
-  for (std::int64_t row = 0; row < height_ && (next_ < pieces_.size() || !met_.empty()); ++row) {
-    if (met_.empty()) row = pieces_[next_].firstLine / kLines;
-    Admit(row);
-    if (met_.size() <= kFew) {
-      CoverSparse(row);
-      sparse_.HandOut(row, sink);
-    } else {
-      CoverPacked(row);
-      packed_.HandOut(row, sink);
-    }
-  }
-}
-
-void UnionCoverage::Admit(std::int64_t row) {
-  const std::int64_t first = row * kLines, end = first + kLines;
-  met_.erase(std::remove_if(met_.begin(), met_.end(),
-                            [first](const Piece& piece) { return piece.endLine <= first; }),
-             met_.end());
-  for (; next_ < pieces_.size() && pieces_[next_].firstLine < end; ++next_) {
-    met_.push_back(pieces_[next_]);
-  }
 }
 
 // The edge at a line, which never lies above one that was asked for before.
@@ -136,7 +110,7 @@ const Edge& UnionCoverage::EdgeAt(Side& side, std::int64_t line) const {
   return edges_[side.edge];
 }
 
-UnionCoverage::Interval UnionCoverage::Across(Piece& piece, std::int64_t line) const {
+UnionCoverage::Interval UnionCoverage::Across(ConvexPiece& piece, std::int64_t line) const {
   const std::int64_t a = EdgeAt(piece.sides[0], line).At(line, width_);
   const std::int64_t b = EdgeAt(piece.sides[1], line).At(line, width_);
   return {std::min(a, b), std::max(a, b)};
@@ -145,7 +119,7 @@ UnionCoverage::Interval UnionCoverage::Across(Piece& piece, std::int64_t line) c
 void UnionCoverage::CoverSparse(std::int64_t row) {
   for (std::int64_t line = row * kLines; line < (row + 1) * kLines; ++line) {
     intervals_.clear();
-    for (Piece& piece : met_) {
+    for (ConvexPiece& piece : met_) {
       if (line >= piece.firstLine && line < piece.endLine) {
         intervals_.push_back(Across(piece, line));
       }
@@ -161,7 +135,7 @@ void UnionCoverage::CoverSparse(std::int64_t row) {
 }
 
 void UnionCoverage::CoverPacked(std::int64_t row) {
-  for (Piece& piece : met_) {
+  for (ConvexPiece& piece : met_) {
     if (packed_.IsCovered(0, width_ * kParts)) return;
     std::int64_t line = std::max(piece.firstLine, row * kLines);
     const std::int64_t end = std::min(piece.endLine, (row + 1) * kLines);
@@ -179,7 +153,7 @@ void UnionCoverage::CoverPacked(std::int64_t row) {
 }
 
 // Whether other pieces have covered all that a piece can cover of a row.
-bool UnionCoverage::IsCovered(Piece& piece, std::int64_t first, std::int64_t end) {
+bool UnionCoverage::IsCovered(ConvexPiece& piece, std::int64_t first, std::int64_t end) {
   Interval reach = {width_ * kParts, 0};
   for (Side& side : piece.sides) {
     EdgeAt(side, first);
@@ -193,3 +167,6 @@ bool UnionCoverage::IsCovered(Piece& piece, std::int64_t first, std::int64_t end
   }
   return packed_.IsCovered(reach.from, reach.to);
 }
+
+template class SweptCoverage<Edge>;
+template class SweptCoverage<ConvexPiece>;
