@@ -3,11 +3,15 @@
 
 #include <fcntl.h>
 #include <limits.h>
+#include <poll.h>
 #include <pthread.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <utility>
 
@@ -23,6 +27,7 @@ int OtherFile();
 int AllClosed();
 int SmallStack();
 int Cancelled();
+int Forked();
 int Texts();
 int ManyPlaces();
 #pragma GCC visibility pop
@@ -107,6 +112,46 @@ int Cancelled() {
   if (pthread_create(&thread, nullptr, run, nullptr) != 0) return 1;
   pthread_join(thread, &result);
   return isBehind && result == PTHREAD_CANCELED ? 0 : 2;
+}
+
+// Reads all that there is in a pipe, waiting a moment for the first of it.
+static std::string ReadAll(int reader) {
+  std::string all;
+  char bytes[4096];
+  for (pollfd end = {reader, POLLIN, 0}; poll(&end, 1, 100) == 1;) {
+    const ssize_t count = read(reader, bytes, sizeof(bytes));
+    if (count <= 0) break;
+    all.append(bytes, static_cast<std::size_t>(count));
+  }
+  return all;
+}
+
+// In a child, forked while a thread of the parent is in the midst of telling: the pipe is full. The
+// parent stands still until the child has looked at what it tells itself.
+static int TellsAlone(int reader) {
+  kill(getppid(), SIGSTOP);
+  ReadAll(reader);
+  Misuse();
+  const std::string told = ReadAll(reader);
+  kill(getppid(), SIGCONT);
+  const std::string line = "VemPointArray::Remove: index 3, length 0\n    at ";
+  return told.compare(0, line.size(), line) == 0 && told.find(line, 1) == std::string::npos ? 0 : 3;
+}
+
+int Forked() {
+  const char* const reader = std::getenv("CORNER_READER");
+  if (reader == nullptr) return 1;
+  pthread_t thread;
+  const auto run = [](void* argument) -> void* { return Misuse(), argument; };
+  if (pthread_create(&thread, nullptr, run, nullptr) != 0) return 2;
+  usleep(300000);  // The thread has begun to tell, and waits for room.
+  const pid_t child = fork();
+  if (child == 0) _exit(TellsAlone(std::atoi(reader)));
+  int status = 0;
+  waitpid(child, &status, 0);
+  ReadAll(std::atoi(reader));
+  pthread_join(thread, nullptr);
+  return status == 0 ? 0 : 4;
 }
 
 // Finds in its stderr, a file, that 4096 places are told, and that there are more; and empties it.

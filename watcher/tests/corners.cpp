@@ -35,6 +35,7 @@ const Corner kCorners[] = {
     {"ReaderGone", kPipeWithoutReader, "print", ""},
     {"ReaderGone", kPipeWithoutReader, "count", ""},
     {"ReaderSleeps", kFullPipe, "print", "", SIGALRM},
+    {"Forked", kFullPipe, "print", ""},
     {"OtherFile", kFile, "print", VEM_REMOVED},
     {"AllClosed", kFile, "print", ""},
     {"OtherFile", kNone, "print", ""},
@@ -91,6 +92,7 @@ void Become(const Corner& corner, const char* program, int file) {
     }
     fcntl(ends[1], F_SETFL, 0);
     dup2(ends[1], STDERR_FILENO);
+    setenv("CORNER_READER", std::to_string(ends[0]).c_str(), 1);
   }
   setenv("VEM_CHECK", corner.mode, 1);
   alarm(corner.signal == SIGALRM ? 2 : 20);
