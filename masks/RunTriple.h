@@ -28,10 +28,6 @@ class RunTriple {
   std::vector<int> FirstColumns() const { return var_store::Integers(firsts_, Count()); }
   std::vector<int> LastColumns() const { return var_store::Integers(lasts_, Count()); }
 
-  /// The largest row and the largest last column, or 0 where that is larger.
-  int LargestRow() const { return var_store::LargestInteger(rows_); }
-  int LargestColumn() const { return var_store::LargestInteger(lasts_); }
-
   /// Drops the runs behind the first `count`; the arrays' storage is kept for runs to come.
   void Truncate(std::size_t count) {
     var_store::Truncate(rows_, count);
@@ -59,6 +55,19 @@ class RunTriple {
   }
 
   void Append(const std::vector<Run>& runs) { Append(runs.data(), runs.data() + runs.size()); }
+
+  /// The largest row and the largest last column, or 0 where that is larger.
+  struct Extent {
+    int row;
+    int column;
+  };
+
+  /// Appends another's runs, for which there must be room, and measures them.
+  Extent AppendMeasured(const RunTriple& other) {
+    const int row = var_store::AppendMeasured(rows_, other.rows_);
+    var_store::AppendCopies(firsts_, other.firsts_);
+    return {row, var_store::AppendMeasured(lasts_, other.lasts_)};
+  }
 
   /// Writes as many runs as there are rows, from the one at `position` on, which is there or the
   /// next to come; a column that a list is too short for is 0. There must be room for them.

@@ -38,9 +38,11 @@ VemRegion::VemRegion() : data_(new VemRegionData) {}
 VemRegion::VemRegion(VemVarArray& rows, VemVarArray& firstColumns, VemVarArray& lastColumns)
     : VemRegion() {
   if (!SameLength(rows, firstColumns, lastColumns) || rows.Length() < 1) return;
-  const RunTriple runs(rows, firstColumns, lastColumns);
-  CreateRegion(WrapAdd(runs.LargestColumn(), 1), WrapAdd(runs.LargestRow(), 1), rows, firstColumns,
-               lastColumns);
+  RunTriple runs(data_->Rows, data_->FirstColumns, data_->LastColumns);
+  runs.Reserve(static_cast<std::size_t>(rows.Length()));
+  const RunTriple::Extent largest = runs.AppendMeasured({rows, firstColumns, lastColumns});
+  SetWidth(WrapAdd(largest.column, 1));
+  SetHeight(WrapAdd(largest.row, 1));
 }
 
 VemRegion::VemRegion(int width, int height, VemVarArray& rows, VemVarArray& firstColumns,

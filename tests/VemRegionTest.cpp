@@ -157,6 +157,30 @@ TEST(VemRegion, RunsAreReadAsIntegersAndStoredAsTheyAre) {
   ExpectTriple(stated, rows, firstColumns, lastColumns);
 }
 
+// A text counts as 0, and the copies are the region's own.
+TEST(VemRegion, RunsThatAreTextsAreCopied) {
+  for (const int count : {1, 64, 65, 256, 320, 700}) {
+    for (int text = 0; text < count; text += 37) {
+      VemVarArray rows, firstColumns, lastColumns;
+      for (int i = 0; i < count; ++i) {
+        rows.Append(i == text ? VemVar("a row") : VemVar(2));
+        firstColumns.Append(i);
+        lastColumns.Append(i == text ? VemVar("the last column") : VemVar(4));
+      }
+      VemRegion region(rows, firstColumns, lastColumns);
+      ASSERT_EQ(region.Width(), count == 1 ? 1 : 5) << "text " << text << " of " << count;
+      ASSERT_EQ(region.Height(), count == 1 ? 1 : 3) << "text " << text << " of " << count;
+      ExpectTriple(region, rows, firstColumns, lastColumns);
+      VemVarArray copies[3];
+      region.GetRegionRuns(&copies[0], &copies[1], &copies[2]);
+      rows.Clear();
+      lastColumns.Clear();
+      EXPECT_STREQ(copies[0][text].S(), "a row");
+      EXPECT_STREQ(copies[2][text].S(), "the last column");
+    }
+  }
+}
+
 TEST(VemRegion, RunArraysOfDifferentLengthsAreRefused) {
   const struct {
     const char* name;

@@ -193,6 +193,28 @@ void AppendCopies(VemVarStore& store, const VemVarStore& source) {
   store.Last += count;
 }
 
+// Piece by piece at four places in turn, as the word kernels go.
+int AppendMeasured(VemVarStore& store, const VemVarStore& source) {
+  constexpr std::size_t kStreams = 4;
+  const std::size_t count = Count(source);
+  const std::size_t stretch = count / kStreams / kPiece * kPiece;
+  int largest = 0;
+  bool hasTexts = false;
+  const auto take = [&](std::size_t from, std::size_t length) {
+    hasTexts |= BestWordKernels().copy(store.Last + from, source.First + from, length);
+    largest = std::max(largest, LargestOfPiece(source.First + from, length));
+  };
+  for (std::size_t i = 0; i < stretch; i += kPiece) {
+    for (std::size_t k = 0; k < kStreams; ++k) take(k * stretch + i, kPiece);
+  }
+  for (std::size_t i = kStreams * stretch; i < count; i += kPiece) {
+    take(i, std::min(kPiece, count - i));
+  }
+  if (hasTexts) CopyTo(store.Last, source.First, count);
+  store.Last += count;
+  return largest;
+}
+
 void MoveLastTo(VemVarStore& store, VemVar* place) {
   VemVar* const last = store.Last - 1;
   const __m128i words = _mm_load_si128(Words(last));
@@ -215,22 +237,6 @@ std::vector<int> Integers(const VemVarStore& store, std::size_t count) {
   std::vector<int> list(count);
   ReadIntegers(store.First, std::min(count, Count(store)), list.data());
   return list;
-}
-
-int LargestInteger(const VemVarStore& store) {
-  constexpr std::size_t kStreams = 4;  // As in the word kernels.
-  const std::size_t stretch = Count(store) / kStreams / kPiece * kPiece;
-  int largest = 0;
-  for (std::size_t i = 0; i < stretch; i += kPiece) {
-    for (std::size_t k = 0; k < kStreams; ++k) {
-      largest = std::max(largest, LargestOfPiece(store.First + k * stretch + i, kPiece));
-    }
-  }
-  for (std::size_t i = kStreams * stretch; i < Count(store); i += kPiece) {
-    largest =
-        std::max(largest, LargestOfPiece(store.First + i, std::min(kPiece, Count(store) - i)));
-  }
-  return largest;
 }
 
 void WriteIntegers(VemVarStore& store, std::size_t position, const std::vector<int>& list,

@@ -41,6 +41,10 @@ void Assign(VemVarStore& store, const VemVarStore& source);
 /// none.
 void AppendCopies(VemVarStore& store, const VemVarStore& source);
 
+/// AppendCopies, and the largest of the copies' integers, as VemVar::I reads them, or 0 if that is
+/// larger: in one walk over the elements.
+int AppendMeasured(VemVarStore& store, const VemVarStore& source);
+
 /// Moves the last element before the one at `place`; those from there on move up.
 void MoveLastTo(VemVarStore& store, VemVar* place);
 
@@ -49,9 +53,6 @@ void Invert(VemVarStore& store);
 
 /// The elements' integers, as VemVar::I reads them: `count` of them, 0 behind the last element.
 std::vector<int> Integers(const VemVarStore& store, std::size_t count);
-
-/// The largest of the elements' integers, or 0 if that is larger.
-int LargestInteger(const VemVarStore& store);
 
 inline void AppendInteger(VemVarStore& store, int value) {
   if (store.Last == store.Limit) MakeRoom(store, 1);
