@@ -17,10 +17,8 @@ std::string Run(VemVarArray& parameters) {
   const int kind = parameters[1].ValType();
   if (kind != VemVarLong && kind != VemVarDouble) return "the threshold is no number";
   const double threshold = parameters[1].D();
-  std::string mode = "normal";
-  if (parameters.Length() > 2 && parameters[2].ValType() == VemVarString) {
-    mode = parameters[2].S();
-  }
+  const bool strong = parameters.Length() > 2 && parameters[2].ValType() == VemVarString &&
+                      std::strcmp(parameters[2].S(), "strong") == 0;
   double sum = 0;
   int count = 0;
   for (int i = 3; i < parameters.Length(); ++i) {
@@ -31,7 +29,7 @@ std::string Run(VemVarArray& parameters) {
     ++count;
   }
   VemVar mean(count == 0 ? 0.0 : sum / count);
-  if (std::strcmp(mode.c_str(), "strong") == 0) mean = VemVar(2) * mean;
+  if (strong) mean = VemVar(2) * mean;
   char text[100];
   std::snprintf(text, sizeof text, "%s: %d above, mean %g", parameters[0].S(), count, mean.D());
   return text;
