@@ -1,5 +1,6 @@
 #include "values/WordKernels.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 #include <vector>
@@ -91,6 +92,42 @@ TEST_P(WordKernelsTest, WordsAreCopiedAndTextsTold) {
       EXPECT_TRUE(kernels_.copy(target.data(), source.data(), count)) << place << " of " << count;
       EXPECT_TRUE(SameWords(target.data(), source.data(), count)) << place << " of " << count;
       new (&target[place]) VemVar();  // The text is the source's.
+      source[place] = number;
+    }
+  }
+}
+
+// The largest low half of integers whose high halves and places in a block are of no account.
+TEST_P(WordKernelsTest, IntegersAreCopiedAndTheLargestTold) {
+  for (const std::size_t count : Counts()) {
+    std::vector<VemVar> source;
+    for (std::size_t i = 0; i < count + kBehind; ++i) {
+      const VemVar some[] = {VemVar(7L), VemVar(-1L), VemVar(0x300000005L), VemVar(-0x100000000L)};
+      source.push_back(some[i % 4]);
+    }
+    source[count] = VemVar(1000L);
+    const int most = count == 0 ? 0 : 7;
+    for (const int before : {0, most, most + 1, INT_MAX}) {
+      std::vector<VemVar> target(count + kBehind, VemVar(77L));
+      int largest = before;
+      EXPECT_TRUE(kernels_.copyIntegers(target.data(), source.data(), count, largest)) << count;
+      EXPECT_EQ(largest, std::max(before, most)) << count;
+      EXPECT_TRUE(SameWords(target.data(), source.data(), count)) << count;
+      EXPECT_TRUE(target[count] == VemVar(77L)) << count;
+    }
+    std::vector<VemVar> target(count + kBehind);
+    for (const std::size_t place : Places(count)) {
+      const VemVar number = source[place];
+      source[place] = VemVar(0x400000009L);
+      int largest = 0;
+      EXPECT_TRUE(kernels_.copyIntegers(target.data(), source.data(), count, largest));
+      EXPECT_EQ(largest, 9) << place << " of " << count;
+      for (const VemVar& other : {VemVar(0.0), VemVar(), VemVar("text")}) {
+        source[place] = other;
+        EXPECT_FALSE(kernels_.copyIntegers(target.data(), source.data(), count, largest)) << place;
+        EXPECT_TRUE(SameWords(target.data(), source.data(), count)) << place << " of " << count;
+        new (&target[place]) VemVar();  // The text is the source's.
+      }
       source[place] = number;
     }
   }

@@ -113,17 +113,6 @@ void ReadIntegers(const VemVar* element, std::size_t count, int* target) {
   for (; i < count; ++i) target[i] = element[i].I();
 }
 
-constexpr std::size_t kPiece = 64;
-
-// What is read is still at hand when it is compared.
-int LargestOfPiece(const VemVar* element, std::size_t count) {
-  int piece[kPiece];
-  ReadIntegers(element, count, piece);
-  int largest = 0;
-  for (std::size_t i = 0; i < count; ++i) largest = std::max(largest, piece[i]);
-  return largest;
-}
-
 void WriteOver(VemVar* target, const int* source, std::size_t count) {
   std::size_t i = 0;
   while ((i += BestWordKernels().writeOver(target + i, source + i, count - i)) < count) {
@@ -137,6 +126,12 @@ void WriteIntegers(VemVarStore& store, std::size_t position, const int* source, 
   WriteOver(target, source, over);
   BestWordKernels().write(target + over, source + over, count - over);
   store.Last = std::max(store.Last, target + count);
+}
+
+int LargestConverted(const VemVarStore& store) {
+  int largest = 0;
+  for (const VemVar* i = store.First; i != store.Last; ++i) largest = std::max(largest, i->I());
+  return largest;
 }
 
 struct Owned : VemVarStore {
@@ -193,24 +188,13 @@ void AppendCopies(VemVarStore& store, const VemVarStore& source) {
   store.Last += count;
 }
 
-// Piece by piece at four places in turn, as the word kernels go.
 int AppendMeasured(VemVarStore& store, const VemVarStore& source) {
-  constexpr std::size_t kStreams = 4;
   const std::size_t count = Count(source);
-  const std::size_t stretch = count / kStreams / kPiece * kPiece;
   int largest = 0;
-  bool hasTexts = false;
-  const auto take = [&](std::size_t from, std::size_t length) {
-    hasTexts |= BestWordKernels().copy(store.Last + from, source.First + from, length);
-    largest = std::max(largest, LargestOfPiece(source.First + from, length));
-  };
-  for (std::size_t i = 0; i < stretch; i += kPiece) {
-    for (std::size_t k = 0; k < kStreams; ++k) take(k * stretch + i, kPiece);
+  if (!BestWordKernels().copyIntegers(store.Last, source.First, count, largest)) {
+    CopyTo(store.Last, source.First, count);
+    largest = LargestConverted(source);
   }
-  for (std::size_t i = kStreams * stretch; i < count; i += kPiece) {
-    take(i, std::min(kPiece, count - i));
-  }
-  if (hasTexts) CopyTo(store.Last, source.First, count);
   store.Last += count;
   return largest;
 }

@@ -17,6 +17,10 @@ struct WordKernels {
   /// Copies values as they are, and tells whether any is a text.
   bool (*copy)(VemVar* target, const VemVar* source, std::size_t count);
 
+  /// Copies values as they are, and tells whether all are integers. Then `largest` becomes the
+  /// largest of their low halves, if that is larger; else it has no meaning.
+  bool (*copyIntegers)(VemVar* target, const VemVar* source, std::size_t count, int& largest);
+
   /// Writes integers where no values stand.
   void (*write)(VemVar* target, const int* source, std::size_t count);
 

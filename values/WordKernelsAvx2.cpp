@@ -4,6 +4,8 @@
 
 #include <immintrin.h>
 
+#include <algorithm>
+
 #include "platform/Avx2.h"
 
 #define WORD_KERNEL __attribute__((target("avx2")))
@@ -64,6 +66,35 @@ WORD_KERNEL bool Copy(VemVar* target, const VemVar* source, std::size_t count) {
   return AnyKind(found) || anyBehind;
 }
 
+WORD_KERNEL inline int LargerLowHalf(__m256i words) {
+  return std::max(_mm256_extract_epi32(words, 2), _mm256_extract_epi32(words, 6));
+}
+
+WORD_KERNEL bool CopyIntegers(VemVar* target, const VemVar* source, std::size_t count,
+                              int& largest) {
+  static_assert(VemVarLong == 0, "the kind of an integer");
+  constexpr std::size_t kStreams = 4;
+  const std::size_t stretch = count / kStreams / kStep * kStep;
+  __m256i kinds = _mm256_setzero_si256();
+  __m256i most = _mm256_set1_epi32(largest);
+  for (std::size_t i = 0; i < stretch; i += kStep) {
+    for (std::size_t k = 0; k < kStreams; ++k) {
+      const std::size_t place = k * stretch + i;
+      const __m256i front = Load(source + place);
+      const __m256i back = Load(source + place + 2);
+      kinds = _mm256_or_si256(kinds, _mm256_or_si256(front, back));
+      most = _mm256_max_epi32(most, _mm256_max_epi32(front, back));
+      Store(target + place, front);
+      Store(target + place + 2, back);
+    }
+  }
+  largest = LargerLowHalf(most);
+  const std::size_t done = kStreams * stretch;
+  const bool isBehind =
+      kSse2Words.copyIntegers(target + done, source + done, count - done, largest);
+  return isBehind && (_mm256_extract_epi32(kinds, 0) | _mm256_extract_epi32(kinds, 4)) == 0;
+}
+
 // The kind is the zero in front of each integer, which is widened to 64 bits.
 WORD_KERNEL inline void WriteFour(VemVar* target, const int* source) {
   static_assert(VemVarLong == 0, "the kind of an integer");
@@ -90,4 +121,4 @@ WORD_KERNEL std::size_t WriteOver(VemVar* target, const int* source, std::size_t
 
 }  // namespace
 
-const WordKernels kAvx2Words = {"AVX2", OffersAvx2, AnyText, Copy, Write, WriteOver};
+const WordKernels kAvx2Words = {"AVX2", OffersAvx2, AnyText, Copy, CopyIntegers, Write, WriteOver};

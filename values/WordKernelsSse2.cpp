@@ -34,6 +34,22 @@ bool Copy(VemVar* target, const VemVar* source, std::size_t count) {
   return _mm_cvtsi128_si32(found) != 0;
 }
 
+// The kind of an integer is 0. What is no low half is not looked at in the end.
+bool CopyIntegers(VemVar* target, const VemVar* source, std::size_t count, int& largest) {
+  static_assert(VemVarLong == 0, "the kind of an integer");
+  __m128i kinds = _mm_setzero_si128();
+  __m128i most = _mm_set1_epi32(largest);
+  for (std::size_t i = 0; i < count; ++i) {
+    const __m128i word = Load(source + i);
+    kinds = _mm_or_si128(kinds, word);
+    const __m128i isMore = _mm_cmpgt_epi32(word, most);
+    most = _mm_or_si128(_mm_and_si128(isMore, word), _mm_andnot_si128(isMore, most));
+    Store(target + i, word);
+  }
+  largest = _mm_cvtsi128_si32(_mm_shuffle_epi32(most, 2));
+  return _mm_cvtsi128_si32(kinds) == 0;
+}
+
 void Write(VemVar* target, const int* source, std::size_t count) {
   for (std::size_t i = 0; i < count; ++i) new (target + i) VemVar(source[i]);
 }
@@ -48,4 +64,4 @@ bool IsOffered() { return true; }
 
 }  // namespace
 
-const WordKernels kSse2Words = {"SSE2", IsOffered, AnyText, Copy, Write, WriteOver};
+const WordKernels kSse2Words = {"SSE2", IsOffered, AnyText, Copy, CopyIntegers, Write, WriteOver};
