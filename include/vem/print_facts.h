@@ -158,7 +158,7 @@ inline bool same(const runs_in_place& a, const runs_in_place& b) {
 class raster_rows {
  public:
   explicit raster_rows(const cv::Mat& raster)
-      : raster_(raster), count_(1), bytes_(CV_ELEM_SIZE(raster.flags)) {
+      : raster_(raster), count_(1), bytes_(static_cast<std::size_t>(CV_ELEM_SIZE(raster.flags))) {
     for (int i = 0; i + 1 < raster.dims; ++i) count_ *= size(i);
     bytes_ *= raster.dims > 0 ? size(raster.dims - 1) : 0;
   }
