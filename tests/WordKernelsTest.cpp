@@ -97,6 +97,26 @@ TEST_P(WordKernelsTest, WordsAreCopiedAndTextsTold) {
   }
 }
 
+TEST_P(WordKernelsTest, WordsAreCopiedOverUpToAText) {
+  for (const std::size_t count : Counts()) {
+    const std::vector<VemVar> source = Numbers(count);
+    std::vector<VemVar> target(count + kBehind, VemVar(77L));
+    EXPECT_EQ(kernels_.copyOver(target.data(), source.data(), count), count);
+    EXPECT_TRUE(SameWords(target.data(), source.data(), count)) << count;
+    EXPECT_TRUE(target[count] == VemVar(77L)) << count;
+    for (const std::size_t place : Places(count)) {
+      target.assign(count + kBehind, VemVar(77L));
+      target[place] = "text";
+      ASSERT_EQ(kernels_.copyOver(target.data(), source.data(), count), place) << count;
+      EXPECT_TRUE(SameWords(target.data(), source.data(), place)) << place << " of " << count;
+      EXPECT_STREQ(target[place].S(), "text");
+      for (std::size_t i = place + 1; i < target.size(); ++i) {
+        ASSERT_TRUE(target[i] == VemVar(77L)) << i << " of " << count;
+      }
+    }
+  }
+}
+
 // The largest low half of integers whose high halves and places in a block are of no account.
 TEST_P(WordKernelsTest, IntegersAreCopiedAndTheLargestTold) {
   for (const std::size_t count : Counts()) {

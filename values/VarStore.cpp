@@ -134,6 +134,16 @@ int LargestConverted(const VemVarStore& store) {
   return largest;
 }
 
+// Puts elements as they are in the place of all that there are. There is room for them.
+void WriteOver(VemVarStore& store, const VemVarStore& source) {
+  const std::size_t count = Count(source);
+  const std::size_t done =
+      BestWordKernels().copyOver(store.First, source.First, std::min(count, Count(store)));
+  Destroy(store.First + done, Count(store) - done);
+  BestWordKernels().copy(store.First + done, source.First + done, count - done);
+  store.Last = store.First + count;
+}
+
 struct Owned : VemVarStore {
   Owned() : VemVarStore() {}
   Owned(const Owned&) = delete;
@@ -168,17 +178,13 @@ void Assign(VemVarStore& store, const VemVarStore& source) {
   if (&store == &source) return;
   const std::size_t count = Count(source);
   const bool fits = count <= static_cast<std::size_t>(store.Limit - store.First);
-  if (fits && (store.First == store.Last || !BestWordKernels().anyText(source.First, count))) {
-    Truncate(store, 0);
-    return AppendCopies(store, source);
-  }
+  if (fits && store.First == store.Last) return AppendCopies(store, source);
+  if (fits && !BestWordKernels().anyText(source.First, count)) return WriteOver(store, source);
   Owned copy;
   Reserve(copy, count);
   AppendCopies(copy, source);
   if (!fits) return std::swap<VemVarStore>(store, copy);
-  Truncate(store, 0);
-  BestWordKernels().copy(store.First, copy.First, count);
-  store.Last += count;
+  WriteOver(store, copy);
   copy.Last = copy.First;
 }
 

@@ -21,6 +21,10 @@ struct WordKernels {
   /// largest of their low halves, if that is larger; else it has no meaning.
   bool (*copyIntegers)(VemVar* target, const VemVar* source, std::size_t count, int& largest);
 
+  /// Copies values as they are over others, up to the first of those that is a text, and tells how
+  /// many.
+  std::size_t (*copyOver)(VemVar* target, const VemVar* source, std::size_t count);
+
   /// Writes integers where no values stand.
   void (*write)(VemVar* target, const int* source, std::size_t count);
 

@@ -66,6 +66,15 @@ WORD_KERNEL bool Copy(VemVar* target, const VemVar* source, std::size_t count) {
   return AnyKind(found) || anyBehind;
 }
 
+WORD_KERNEL std::size_t CopyOver(VemVar* target, const VemVar* source, std::size_t count) {
+  std::size_t i = 0;
+  for (; i + kStep <= count && !AnyKind(TextsOfFour(target + i)); i += kStep) {
+    Store(target + i, Load(source + i));
+    Store(target + i + 2, Load(source + i + 2));
+  }
+  return i + kSse2Words.copyOver(target + i, source + i, count - i);
+}
+
 WORD_KERNEL inline int LargerLowHalf(__m256i words) {
   return std::max(_mm256_extract_epi32(words, 2), _mm256_extract_epi32(words, 6));
 }
@@ -121,4 +130,5 @@ WORD_KERNEL std::size_t WriteOver(VemVar* target, const int* source, std::size_t
 
 }  // namespace
 
-const WordKernels kAvx2Words = {"AVX2", OffersAvx2, AnyText, Copy, CopyIntegers, Write, WriteOver};
+const WordKernels kAvx2Words = {"AVX2",       OffersAvx2, AnyText, Copy,
+                                CopyIntegers, CopyOver,   Write,   WriteOver};

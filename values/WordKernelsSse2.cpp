@@ -50,6 +50,12 @@ bool CopyIntegers(VemVar* target, const VemVar* source, std::size_t count, int& 
   return _mm_cvtsi128_si32(kinds) == 0;
 }
 
+std::size_t CopyOver(VemVar* target, const VemVar* source, std::size_t count) {
+  std::size_t i = 0;
+  for (; i < count && target[i].ValType() != VemVarString; ++i) Store(target + i, Load(source + i));
+  return i;
+}
+
 void Write(VemVar* target, const int* source, std::size_t count) {
   for (std::size_t i = 0; i < count; ++i) new (target + i) VemVar(source[i]);
 }
@@ -64,4 +70,5 @@ bool IsOffered() { return true; }
 
 }  // namespace
 
-const WordKernels kSse2Words = {"SSE2", IsOffered, AnyText, Copy, CopyIntegers, Write, WriteOver};
+const WordKernels kSse2Words = {"SSE2",       IsOffered, AnyText, Copy,
+                                CopyIntegers, CopyOver,  Write,   WriteOver};

@@ -179,7 +179,21 @@ Row RunRow(const std::string& work, int count, double limit, Work ours) {
 }
 
 void AddRegionRows(int count, std::vector<Row>& rows) {
-  rows.push_back(RunRow("run triple by Append", count, 6, [=] { Use(Triple(count)); }));
+  Row appended = RunRow("run triple by Append", count, 6, [=] { Use(Triple(count)); });
+  appended.peers = {{"3 vector<int>",
+                     [=] {
+                       std::vector<int> row, first, last;
+                       for (int i = 0; i < count; ++i) {
+                         row.push_back(i);
+                         first.push_back(i % 100);
+                         last.push_back(i % 100 + 7);
+                       }
+                       Use(row);
+                       Use(first);
+                       Use(last);
+                     },
+                     0}};
+  rows.push_back(appended);
   const auto triple = std::make_shared<Triple>(count);
   const auto region = std::make_shared<VemRegion>(triple->Region());
   Row made = RunRow("region from three arrays", count, 0, [=] { Use(triple->Region()); });
