@@ -584,6 +584,8 @@ def main():
         print(f"{len(mutants)} mutants, {equivalents} of them equivalent; {len(errors)} errors")
         return 1 if errors else 0
     wanted = [mutant for mutant in mutants if bool(mutant.equivalent) == arguments.equivalents]
+    if not wanted:
+        parser.error("no mutant has such a name; --list tells the names")
     begin = time.monotonic()
     outcomes = run(wanted, max(arguments.jobs, 1), arguments.first, arguments.resume)
     good = report(wanted if arguments.equivalents else mutants, outcomes)
