@@ -5,7 +5,8 @@
 //
 // Without a picture the program draws one of its own: a plate with parts. It places one region of
 // interest of every shape on the picture, prints a table of what lies under each, and writes
-// mask_road.png, the picture with each shape's runs tinted and its name beside it.
+// mask_road.png, the picture with each shape's runs tinted and its name beside it. The picture
+// keeps its size and depth, or the program says what it did.
 
 #include <algorithm>
 #include <chrono>
@@ -23,8 +24,8 @@ struct Measurement {
   int runs = 0;
   long pixels = 0;
   double mean = 0;
-  int minimum = 0;
-  int maximum = 0;
+  double minimum = 0;
+  double maximum = 0;
   int width = 0;
   int height = 0;
   double microseconds = 0;
@@ -50,47 +51,48 @@ VemRegion MakeRegion(const VemROI& roi, Measurement& result) {
 
 void MeasureGrey(const VemImage& image, const std::vector<Span>& spans, Measurement& result) {
   double sum = 0;
-  int minimum = 255;
-  int maximum = 0;
+  cv::Mat values;
   for (const Span& span : spans) {
-    const unsigned char* row = image.Mat().ptr(span.row);
-    for (int column = span.first; column < span.end; ++column) {
-      sum += row[column];
-      minimum = std::min<int>(minimum, row[column]);
-      maximum = std::max<int>(maximum, row[column]);
+    // Of whatever depth the picture is, doubles hold its values.
+    image.Mat().row(span.row).colRange(span.first, span.end).convertTo(values, CV_64F);
+    const double* const end = values.ptr<double>() + values.cols;
+    for (const double* value = values.ptr<double>(); value != end; ++value) {
+      sum += *value;
+      result.minimum = result.pixels == 0 ? *value : std::min(result.minimum, *value);
+      result.maximum = result.pixels == 0 ? *value : std::max(result.maximum, *value);
+      ++result.pixels;
     }
-    result.pixels += span.end - span.first;
   }
-  if (result.pixels == 0) return;
-  result.mean = sum / static_cast<double>(result.pixels);
-  result.minimum = minimum;
-  result.maximum = maximum;
+  if (result.pixels > 0) result.mean = sum / static_cast<double>(result.pixels);
 }
 
 void PrintRow(const char* name, const Measurement& m) {
   char canvas[32];
   std::snprintf(canvas, sizeof(canvas), "%d x %d", m.width, m.height);
-  std::printf("%-10s %6d %8ld  %11s %7.1f %5d %5d %9.1f\n", name, m.runs, m.pixels, canvas, m.mean,
-              m.minimum, m.maximum, m.microseconds);
+  std::printf("%-10s %6d %8ld  %11s %8.6g %8.6g %8.6g %9.1f\n", name, m.runs, m.pixels, canvas,
+              m.mean, m.minimum, m.maximum, m.microseconds);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const VemImage image = GetPicture(argc, argv);
-  if (image.Width() == 0) return 1;
-  Show show(image);
-  const std::vector<Shape> shapes = PlaceShapes(image);
-  std::printf("%-10s %6s %8s  %11s %7s %5s %5s %9s\n", "shape", "runs", "pixels", "canvas", "mean",
+  const Picture picture = GetPicture(argc, argv);
+  if (picture.image.Width() == 0) return 1;
+  const std::vector<Shape> shapes = PlaceShapes(picture);
+  Show show(picture);
+  std::printf("%-10s %6s %8s  %11s %8s %8s %8s %9s\n", "shape", "runs", "pixels", "canvas", "mean",
               "min", "max", "us");
   for (const Shape& shape : shapes) {
     Measurement result;
     VemRegion region = MakeRegion(shape.roi, result);
-    const std::vector<Span> spans = SpansOf(region, image);
-    MeasureGrey(image, spans, result);
+    const std::vector<Span> spans = SpansOf(region, picture.grey);
+    MeasureGrey(picture.grey, spans, result);
     PrintRow(shape.name, result);
     show.Tint(spans, shape.color);
+    cv::Point place;
+    if (PlaceOf(shape.roi, &place)) show.Cross(place, shape.color);
   }
+  std::printf("A point has no runs; its place is marked by a cross.\n");
   for (const Shape& shape : shapes) show.Name(shape);
   return WritePicture("mask_road.png", show.Canvas()) ? 0 : 1;
 }

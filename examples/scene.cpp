@@ -8,6 +8,7 @@
 
 #include <opencv2/imgproc.hpp>
 
+#include "VemContourArray.h"
 #include "VemRLC.h"
 
 namespace {
@@ -102,14 +103,74 @@ cv::Mat DrawPicture() {
   return picture;
 }
 
-// A picture file in grey, a byte for each pixel; empty when it can't be read.
-cv::Mat ReadPicture(const char* path) {
-  VemImage file;
-  if (!file.ReadImage(path)) return cv::Mat();
-  cv::Mat picture;
-  file.Mat().convertTo(picture, CV_8U, file.BitDepth() == VemImageType16U ? 1 / 256.0 : 1);
-  if (file.Channels() == 3) cv::cvtColor(picture, picture, cv::COLOR_BGR2GRAY);
+const char* DepthName(int depth) {
+  switch (depth) {
+    case CV_8U:
+      return "8 bits";
+    case CV_16U:
+      return "16 bits";
+    case CV_8S:
+      return "8 bits with sign";
+    case CV_16S:
+      return "16 bits with sign";
+    case CV_32S:
+      return "32 bits with sign";
+    case CV_32F:
+      return "32-bit floats";
+    default:
+      return "64-bit floats";
+  }
+}
+
+bool IsShownAsItIs(const VemImage& image) {
+  return image.BitDepth() == VemImageType8U || image.BitDepth() == VemImageType16U;
+}
+
+// One channel of a picture: its brightness, in its own depth where that is 8 or 16 bits.
+cv::Mat GreyOf(const VemImage& image) {
+  cv::Mat grey = image.Mat();
+  if (!IsShownAsItIs(image)) grey.convertTo(grey, CV_32F);
+  if (grey.channels() == 3) {
+    cv::cvtColor(grey, grey, cv::COLOR_BGR2GRAY);
+  } else if (grey.channels() > 1) {
+    cv::extractChannel(grey, grey, 0);
+  }
+  return grey;
+}
+
+VemImage ImageOf(const cv::Mat& mat) {
+  VemImage image;
+  image.Mat() = mat;
+  return image;
+}
+
+Picture PictureOf(const VemImage& image) {
+  Picture picture;
+  picture.image = image;
+  picture.grey = ImageOf(GreyOf(image));
+  if (image.BitDepth() == VemImageType16U) picture.white = 65535;
+  if (!IsShownAsItIs(image)) {
+    cv::minMaxLoc(picture.grey.Mat(), &picture.black, &picture.white);
+    picture.white = std::max(picture.white, picture.black + 1);
+  }
   return picture;
+}
+
+void PrintWhatIsTaken(const char* name, const VemImage& image) {
+  const int channels = image.Channels();
+  std::printf("%s: %d x %d, %d channel%s of %s\n", name, image.Width(), image.Height(), channels,
+              channels == 1 ? "" : "s", DepthName(image.Mat().depth()));
+  if (channels == 3) std::printf("Measured is the brightness of its colours.\n");
+  if (channels == 2 || channels > 3) std::printf("Measured and shown is its first channel.\n");
+  if (!IsShownAsItIs(image)) {
+    std::printf(
+        "Measured as 32-bit floats; shown in 8 bits, from its least to its greatest value.\n");
+  }
+  if (image.Width() != kWidth || image.Height() != kHeight) {
+    std::printf(
+        "The shapes are those of a picture of %d x %d, scaled by %.3g across and %.3g down.\n",
+        kWidth, kHeight, 1.0 * image.Width() / kWidth, 1.0 * image.Height() / kHeight);
+  }
 }
 
 /// Places shapes on a picture of any size.
@@ -150,10 +211,15 @@ VemPointArray PlaceRivets(const Placement& place) {
 }
 
 // The dark pixels in the lower right part of the picture, found by a threshold and coded as runs.
-VemROI DarkPixels(const VemImage& image, const Placement& place) {
+VemROI DarkPixels(const Picture& picture, const Placement& place) {
+  constexpr double kDark = 80.0 / 255;
+  const VemImage& grey = picture.grey;
   const cv::Rect part = cv::Rect(place.Pixel(740, 690), place.Pixel(1060, 880));
   cv::Mat dark;
-  if (part.area() > 0) cv::threshold(image.Mat()(part), dark, 80, 255, cv::THRESH_BINARY_INV);
+  if (part.area() > 0) {
+    const double limit = picture.black + kDark * (picture.white - picture.black);
+    cv::compare(grey.Mat()(part), limit, dark, cv::CMP_LE);
+  }
   VemRLC coder;
   coder.SetParam(1, 6, true, -1, -1, 1, false, false);
   coder.Calc(dark, true);
@@ -166,21 +232,90 @@ VemROI DarkPixels(const VemImage& image, const Placement& place) {
     lastColumns.Append(run.LastColumn + part.x);
   }
   VemROI roi;
-  roi.GenMask(rows, firstColumns, lastColumns, image.Width(), image.Height());
+  roi.GenMask(rows, firstColumns, lastColumns, grey.Width(), grey.Height());
   return roi;
+}
+
+// The least box that holds a shape's runs, its vertices, and a point's place.
+cv::Rect BoxOf(const VemROI& roi) {
+  cv::Rect box;
+  const auto add = [&](int x, int y, int end) { box |= cv::Rect(x, y, end - x, 1); };
+  VemVarArray rows;
+  VemVarArray firstColumns;
+  VemVarArray lastColumns;
+  int width = 0;
+  int height = 0;
+  roi.GetMask(&rows, &firstColumns, &lastColumns, &width, &height);
+  for (int i = 0; i < rows.Length(); ++i) {
+    add(firstColumns[i].I(), rows[i].I(), lastColumns[i].I() + 1);
+  }
+  VemContourArray contours;
+  roi.GetMask(&contours, &width, &height);
+  for (int i = 0; i < contours.Length(); ++i) {
+    VemPointArray points;
+    contours[i].ToPointArray(&points);
+    for (int j = 0; j < points.Length(); ++j) {
+      const cv::Point vertex(cvRound(points[j].x), cvRound(points[j].y));
+      add(vertex.x, vertex.y, vertex.x + 1);
+    }
+  }
+  cv::Point place;
+  if (PlaceOf(roi, &place)) add(place.x, place.y, place.x + 1);
+  return box;
+}
+
+bool HasPixels(const VemROI& roi) {
+  VemVarArray rows;
+  VemVarArray firstColumns;
+  VemVarArray lastColumns;
+  int width = 0;
+  int height = 0;
+  roi.GetMask(&rows, &firstColumns, &lastColumns, &width, &height);
+  bool hasPixels = roi.ROIType() == VemROIPoint;
+  for (int i = 0; i < rows.Length(); ++i) {
+    if (firstColumns[i].I() <= lastColumns[i].I()) hasPixels = true;
+  }
+  return hasPixels;
+}
+
+// Why a shape is left out; null if it is not.
+const char* ReasonToLeaveOut(const VemROI& roi, const VemImage& image) {
+  if (roi.ROIType() == VemROINone) return "it is too small here to be a shape";
+  if (!HasPixels(roi)) return "it has no pixels here";
+  const cv::Rect picture(0, 0, image.Width(), image.Height());
+  const cv::Rect box = BoxOf(roi);
+  if ((box & picture) != box) return "it reaches beyond the picture";
+  return nullptr;
+}
+
+void LeaveOutWhatIsOutside(std::vector<Shape>& shapes, const VemImage& image) {
+  const auto isOutside = [&](const Shape& shape) {
+    const char* const reason = ReasonToLeaveOut(shape.roi, image);
+    if (reason) std::printf("%s is left out: %s.\n", shape.name, reason);
+    return reason != nullptr;
+  };
+  shapes.erase(std::remove_if(shapes.begin(), shapes.end(), isOutside), shapes.end());
 }
 
 }  // namespace
 
-VemImage GetPicture(int argc, char** argv) {
-  const cv::Mat picture = argc > 1 ? ReadPicture(argv[1]) : DrawPicture();
-  if (picture.empty()) std::fprintf(stderr, "cannot read the picture %s\n", argv[1]);
-  return VemImage(picture.data, static_cast<int>(picture.step), picture.rows, picture.cols, 1,
-                  VemImageType8U);
+Picture GetPicture(int argc, char** argv) {
+  VemImage image;
+  if (argc > 1) {
+    image.ReadImage(argv[1]);
+  } else {
+    image = ImageOf(DrawPicture());
+  }
+  if (image.Width() == 0) {
+    std::fprintf(stderr, "cannot read the picture %s\n", argv[1]);
+    return Picture();
+  }
+  PrintWhatIsTaken(argc > 1 ? argv[1] : "Drawn picture", image);
+  return PictureOf(image);
 }
 
-std::vector<Shape> PlaceShapes(const VemImage& image) {
-  const Placement place(image);
+std::vector<Shape> PlaceShapes(const Picture& picture) {
+  const Placement place(picture.image);
   const auto color = [](int red, int green, int blue) { return cv::Scalar(blue, green, red); };
   std::vector<Shape> shapes = {
       {"Rect1", color(230, 60, 60), place.Pixel(125, 122), VemROI()},
@@ -191,7 +326,7 @@ std::vector<Shape> PlaceShapes(const VemImage& image) {
       {"Rect2", color(40, 200, 210), place.Pixel(440, 455), VemROI()},
       {"Ellipse", color(60, 130, 240), place.Pixel(790, 445), VemROI()},
       {"Line", color(110, 80, 240), place.Pixel(1120, 545), VemROI()},
-      {"Arc", color(180, 70, 230), place.Pixel(300, 790), VemROI()},
+      {"Arc", color(180, 70, 230), place.Pixel(300, 765), VemROI()},
       {"Point", color(240, 70, 190), place.Pixel(580, 745), VemROI()},
       {"Mask", color(250, 90, 130), place.Pixel(800, 705), VemROI()},
   };
@@ -221,7 +356,8 @@ std::vector<Shape> PlaceShapes(const VemImage& image) {
   shape().GenArc(center, place.Length(120), 0, 180);
   p1 = place.At(620, 780);
   shape().GenPoint(p1);
-  shape() = DarkPixels(image, place);
+  shape() = DarkPixels(picture, place);
+  LeaveOutWhatIsOutside(shapes, picture.image);
   return shapes;
 }
 
@@ -240,9 +376,28 @@ std::vector<Span> SpansOf(VemRegion& region, const VemImage& image) {
   return spans;
 }
 
-Show::Show(const VemImage& image) : scale_(std::max(1, kWidth / image.Width())) {
-  cv::cvtColor(image.Mat(), canvas_, cv::COLOR_GRAY2BGR);
-  cv::resize(canvas_, canvas_, cv::Size(), scale_, scale_, cv::INTER_NEAREST);
+Show::Show(const Picture& picture) : scale_(1), light_(1) {
+  constexpr int kLeast = 320;  // Of fewer columns, names and dots would hide all.
+  const VemImage& image = picture.image;
+  const bool isColor = image.Channels() == 3;
+  canvas_ = (isColor ? image : picture.grey).Mat().clone();
+  if (!IsShownAsItIs(image)) {
+    const double factor = 255 / (picture.white - picture.black);
+    canvas_.convertTo(canvas_, CV_8U, factor, -picture.black * factor);
+  }
+  if (!isColor) cv::cvtColor(canvas_, canvas_, cv::COLOR_GRAY2BGR);
+  if (canvas_.depth() == CV_16U) light_ = 257;
+  if (canvas_.cols < kLeast) {
+    scale_ = (kLeast + canvas_.cols - 1) / canvas_.cols;
+    cv::resize(canvas_, canvas_, cv::Size(), scale_, scale_, cv::INTER_NEAREST);
+    std::printf("Shown %d times as large: a pixel is a square of %d.\n", scale_, scale_);
+  }
+}
+
+Show Show::Copy() const {
+  Show copy = *this;
+  copy.canvas_ = canvas_.clone();
+  return copy;
 }
 
 void Show::Tint(const std::vector<Span>& spans, const cv::Scalar& color) {
@@ -250,7 +405,7 @@ void Show::Tint(const std::vector<Span>& spans, const cv::Scalar& color) {
   for (const Span& span : spans) {
     const cv::Rect place(span.first, span.row, span.end - span.first, 1);
     cv::Mat run = canvas_(cv::Rect(place.tl() * scale_, place.size() * scale_));
-    run = run * (1 - kShare) + color * kShare;
+    run = run * (1 - kShare) + Shade(color) * kShare;
   }
   const auto isPixel = [](const Span& span) { return span.end - span.first == 1; };
   if (!std::all_of(spans.begin(), spans.end(), isPixel)) return;
@@ -259,20 +414,45 @@ void Show::Tint(const std::vector<Span>& spans, const cv::Scalar& color) {
 
 void Show::Outline(const std::vector<cv::Point>& vertices, const cv::Scalar& color) {
   for (std::size_t i = 1; i < vertices.size(); ++i) {
-    cv::line(canvas_, Center(vertices[i - 1]), Center(vertices[i]), color, 1, kSmooth);
+    cv::line(canvas_, Center(vertices[i - 1]), Center(vertices[i]), Shade(color), 1, kSmooth);
   }
   const int radius = vertices.size() < 32 ? canvas_.cols / 250 : canvas_.cols / 640;
   for (const cv::Point& vertex : vertices) Dot(vertex, radius, color);
 }
 
+void Show::Dashes(const cv::Point& from, const cv::Point& to, const cv::Scalar& color) {
+  const cv::Point2d start = Center(from);
+  const cv::Point2d way = cv::Point2d(Center(to)) - start;
+  const int dashes = 1 + canvas_.cols / 100;
+  for (int i = 0; i < dashes; ++i) {
+    const cv::Point2d begin = start + way * ((i + 0.25) / dashes);
+    cv::line(canvas_, begin, begin + way * (0.5 / dashes), Shade(color), 1, kSmooth);
+  }
+}
+
+void Show::Cross(const cv::Point& pixel, const cv::Scalar& color) {
+  const int size = 1 + canvas_.cols / 40;
+  cv::drawMarker(canvas_, Center(pixel), Shade(color), cv::MARKER_CROSS, size,
+                 1 + canvas_.cols / 640, kSmooth);
+}
+
 void Show::Name(const Shape& shape) {
-  const double size = canvas_.cols * 0.8 / kWidth;
-  const int stroke = std::max(1, cvRound(size * 2));
-  const cv::Point place = shape.label * scale_;
-  cv::putText(canvas_, shape.name, place, cv::FONT_HERSHEY_SIMPLEX, size, cv::Scalar::all(0),
+  Write(shape.name, shape.label * scale_, 0.8, shape.color * 0.5 + cv::Scalar::all(127));
+}
+
+void Show::Remark(const cv::Point& pixel, const std::string& text, const cv::Scalar& color) {
+  const cv::Point below(0, cvRound(canvas_.cols / 36.0));
+  Write(text, Center(pixel) + below, 0.6, color * 0.5 + cv::Scalar::all(127));
+}
+
+void Show::Write(const std::string& text, const cv::Point& place, double size,
+                 const cv::Scalar& color) {
+  const double scaled = canvas_.cols * size / kWidth;
+  const int stroke = std::max(1, cvRound(scaled * 2));
+  cv::putText(canvas_, text, place, cv::FONT_HERSHEY_SIMPLEX, scaled, cv::Scalar::all(0),
               3 * stroke, kSmooth);
-  cv::putText(canvas_, shape.name, place, cv::FONT_HERSHEY_SIMPLEX, size,
-              shape.color * 0.5 + cv::Scalar::all(127), stroke, kSmooth);
+  cv::putText(canvas_, text, place, cv::FONT_HERSHEY_SIMPLEX, scaled, Shade(color), stroke,
+              kSmooth);
 }
 
 cv::Point Show::Center(const cv::Point& pixel) const {
@@ -280,7 +460,14 @@ cv::Point Show::Center(const cv::Point& pixel) const {
 }
 
 void Show::Dot(const cv::Point& pixel, int radius, const cv::Scalar& color) {
-  cv::circle(canvas_, Center(pixel), radius, color, kFilled, kSmooth);
+  cv::circle(canvas_, Center(pixel), radius, Shade(color), kFilled, kSmooth);
+}
+
+bool PlaceOf(VemROI roi, cv::Point* pixel) {
+  VemPoint point;
+  if (roi.ROIType() != VemROIPoint || !roi.GetPoint(&point)) return false;
+  *pixel = cv::Point(static_cast<int>(point.x), static_cast<int>(point.y));
+  return true;
 }
 
 bool WritePicture(const char* path, const cv::Mat& picture) {
