@@ -50,7 +50,10 @@ class VemRegion;
 namespace vem {
 
 /// Which channel of a picture of three or four stands first: OpenCV's decoders give blue.
-enum class channel_order : int { bgr = 0, rgb = 1 };
+enum class channel_order : int {
+  bgr = 0,  ///< Blue first.
+  rgb = 1   ///< Red first.
+};
 
 /// How shapes without a pen of their own are drawn.
 struct draw_style {
