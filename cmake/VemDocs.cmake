@@ -15,7 +15,13 @@ string(REPLACE "(../../" "(${PROJECT_SOURCE_DIR}/" text "${text}")
 file(GENERATE OUTPUT ${VEM_DOCS_DIR}/pages/speed.md CONTENT "${text}")
 
 configure_file(${PROJECT_SOURCE_DIR}/docs/Doxyfile.in ${VEM_DOCS_DIR}/Doxyfile @ONLY)
+if(TARGET VemView)
+  set(draws true)
+else()
+  set(draws false)
+endif()
 add_custom_target(VemDocs
+  COMMAND sh -c "${draws} || { echo The pictures need the drawing library: configure with -DVEM_BUILD_VIEW=ON >&2; exit 1; }"
   COMMAND sh -c "command -v doxygen >/dev/null || { echo Doxygen is missing: on Debian apt-get install doxygen >&2; exit 1; }"
   COMMAND doxygen ${VEM_DOCS_DIR}/Doxyfile
   WORKING_DIRECTORY ${VEM_DOCS_DIR}

@@ -1,7 +1,7 @@
 #include "Board.h"
 
-#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 
@@ -12,6 +12,7 @@
 std::vector<PixelRun> RunsOf(const VemVarArray& rows, const VemVarArray& firstColumns,
                              const VemVarArray& lastColumns) {
   std::vector<PixelRun> runs;
+  runs.reserve(static_cast<std::size_t>(rows.Length()));
   for (int i = 0; i < rows.Length(); ++i) {
     runs.push_back({rows[i].I(), firstColumns[i].I(), lastColumns[i].I()});
   }
@@ -42,9 +43,10 @@ void Board::Line(double x1, double y1, double x2, double y2, const Ink& ink, int
 void Board::Dashes(double x1, double y1, double x2, double y2, const Ink& ink) {
   constexpr double kDash = 5;
   const double length = std::hypot(x2 - x1, y2 - y1);
-  for (double at = 0; at < length; at += 2 * kDash) {
-    const double begin = at / length;
-    const double end = std::min(length, at + kDash) / length;
+  const int dashes = static_cast<int>(length / (2 * kDash));
+  for (int i = 0; i < dashes; ++i) {
+    const double begin = 1.0 * i / dashes;
+    const double end = begin + 0.5 / dashes;
     Line(x1 + (x2 - x1) * begin, y1 + (y2 - y1) * begin, x1 + (x2 - x1) * end, y1 + (y2 - y1) * end,
          ink);
   }

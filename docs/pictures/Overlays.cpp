@@ -145,8 +145,8 @@ void DrawKinds(const std::string& folder) {
     const int top = place / kColumns * (kCell + kCaption);
     ++place;
     board.Fill(left + 6, top + 6, kCell - 12, kCell - 12, {244, 244, 244});
-    const double x = left + kCell / 2;
-    const double y = top + kCell / 2;
+    const double x = left + 0.5 * kCell;
+    const double y = top + 0.5 * kCell;
     VemOverlay overlay = Sample(kind.kind, x, y);
     if (kind.kind == VemOverlayText) overlay = TextSample(x, y);
     if (kind.kind == VemOverlayImage) overlay = ImageSample(x, y);

@@ -14,7 +14,7 @@ void Box(Board& board, int x, int y, int width, int height, const std::string& t
          const Ink& fill, const Ink& ink) {
   board.Fill(x, y, width, height, fill);
   board.Frame(x, y, width, height, ink, 2);
-  board.Text(x + 10, y + height / 2 + 5, text, kBlack, 9);
+  board.Text(x + 10, y + 0.5 * height + 5, text, kBlack, 9);
 }
 
 void Title(Board& board, int x, int y, const std::string& name, const std::string& rule) {

@@ -53,6 +53,6 @@ void DrawRegions(const std::string& folder) {
   Show(board, 344, second, "array[1]", {kPaleRed}, {kRed});
   const std::vector<Ink> fills = {kPaleBlue, kPaleBlue, kPaleBlue, kPaleRed, kPaleRed, kPaleRed};
   const std::vector<Ink> frames = {kBlue, kBlue, kBlue, kRed, kRed, kRed};
-  Show(board, 664, both, "Union: all runs, twice where both are", fills, frames);
+  Show(board, 664, both, "Union: all runs of both", fills, frames);
   Save(folder, "regions.png", board);
 }

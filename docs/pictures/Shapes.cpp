@@ -111,22 +111,41 @@ VemROI Point(const Place& p) {
   return roi;
 }
 
-// A triangle with a hole, and a square apart, made of contours.
-VemROI Mask(const Place& p) {
-  VemContourArray contours;
+// A house with a hole, and a square apart.
+VemContourArray Contours(const Place& p) {
   const std::vector<std::vector<VemPoint>> chains = {
-      {p.At(1, 9), p.At(5, 1), p.At(9, 9)},
-      {p.At(4, 7), p.At(5, 5), p.At(6, 7)},
+      {p.At(1, 4), p.At(5, 0), p.At(9, 4), p.At(9, 9), p.At(1, 9)},
+      {p.At(3, 4), p.At(7, 4), p.At(7, 7), p.At(3, 7)},
       {p.At(11, 3), p.At(13, 3), p.At(13, 5), p.At(11, 5)}};
+  VemContourArray contours;
   for (const std::vector<VemPoint>& chain : chains) {
     VemPointArray points = Points(chain);
     VemContour contour;
     contour.FromPointArray(points);
     contours.Append(contour);
   }
+  return contours;
+}
+
+VemROI Mask(const Place& p) {
+  VemContourArray contours = Contours(p);
   VemROI roi;
-  roi.GenMask(contours, static_cast<int>(14 * p.scale + p.x), static_cast<int>(11 * p.scale + p.y));
+  roi.GenMask(contours, 14, 11);
   return roi;
+}
+
+// The contours that a mask is made of.
+void DrawChains(Grid& grid) {
+  const VemContourArray contours = Contours(Place());
+  for (int i = 0; i < contours.Length(); ++i) {
+    VemPointArray points;
+    contours[i].ToPointArray(&points);
+    VemPoint first = points[0];
+    points.Append(first);  // A contour is open unless it ends where it began.
+    VemContour closed;
+    closed.FromPointArray(points);
+    grid.Outline(closed, kRed);
+  }
 }
 
 void DrawNumbers(Board& board, Grid& grid, const Sample& sample) {
@@ -135,9 +154,8 @@ void DrawNumbers(Board& board, Grid& grid, const Sample& sample) {
   place.y = grid.Y(0);
   place.scale = grid.Cell();
   const VemROI roi = sample.make(place);
-  if (roi.ROIType() == VemROIMask) return;
-  const vem::draw_style style(kRed.blue, kRed.green, kRed.red, 2);
-  vem::draw(board.Picture(), roi, style);
+  if (roi.ROIType() == VemROIMask) return DrawChains(grid);
+  vem::draw(board.Picture(), roi, vem::draw_style(kRed.blue, kRed.green, kRed.red, 2));
   if (roi.ROIType() != VemROIRect1) return;
   grid.Dot(2, 3, kRed);
   grid.Dot(10, 8, kRed);
@@ -217,7 +235,7 @@ void DrawShapes(const std::string& folder) {
       {"line", "(3, 1) to (8, 10)", Line},
       {"arc", "center (7, 7), radius 5, 30 for 120", Arc},
       {"point", "(6, 4)", Point},
-      {"mask", "none: runs on a canvas of 14 x 11", Mask},
+      {"mask", "from three contours, on 14 x 11", Mask},
   };
   for (const Sample& sample : kSamples) DrawShape(folder, sample);
 }
