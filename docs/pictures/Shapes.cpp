@@ -1,6 +1,7 @@
 // Each shape of a region of interest three times: its numbers, its runs, its outline.
 #include <cstdio>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "Board.h"
@@ -10,8 +11,8 @@
 
 namespace {
 
-constexpr int kColumns = 15;
-constexpr int kRows = 12;
+constexpr int kColumns = 16;
+constexpr int kRows = 13;
 constexpr int kCell = 20;
 constexpr int kLeft = 24;
 constexpr int kTop = 38;
@@ -99,7 +100,7 @@ VemROI Line(const Place& p) {
 
 VemROI Arc(const Place& p) {
   VemROI roi;
-  VemPoint center = p.At(7, 7);
+  VemPoint center = p.At(7, 6);
   roi.GenArc(center, 5 * p.scale, 30, 120);
   return roi;
 }
@@ -161,6 +162,11 @@ void DrawNumbers(Board& board, Grid& grid, const Sample& sample) {
   grid.Dot(10, 8, kRed);
 }
 
+std::string CanvasText(int width, int height) {
+  if (width == 0) return "no canvas told";
+  return "canvas " + std::to_string(width) + " x " + std::to_string(height);
+}
+
 void DrawRuns(Board& board, Grid& grid, int left, const VemROI& roi) {
   VemVarArray rows, firstColumns, lastColumns;
   int width = 0, height = 0;
@@ -172,8 +178,8 @@ void DrawRuns(Board& board, Grid& grid, int left, const VemROI& roi) {
   }
   if (width > 0) grid.Canvas(width, height, kGrey);
   char text[96];
-  std::snprintf(text, sizeof(text), "%d runs, %d pixels, canvas %d x %d", rows.Length(), pixels,
-                width, height);
+  std::snprintf(text, sizeof(text), "%d runs, %d pixels, %s", rows.Length(), pixels,
+                CanvasText(width, height).c_str());
   board.Text(left, kHeight - 8, text);
 }
 
@@ -196,8 +202,8 @@ void DrawOutline(Board& board, Grid& grid, int left, const VemROI& roi) {
   }
   if (width > 0) grid.Canvas(width, height, kGrey);
   char text[96];
-  std::snprintf(text, sizeof(text), "%d contour%s, %d vertices, canvas %d x %d", contours.Length(),
-                contours.Length() == 1 ? "" : "s", vertices, width, height);
+  std::snprintf(text, sizeof(text), "%d contour%s, %d vertices, %s", contours.Length(),
+                contours.Length() == 1 ? "" : "s", vertices, CanvasText(width, height).c_str());
   board.Text(left, kHeight - 8, text);
 }
 
@@ -233,7 +239,7 @@ void DrawShapes(const std::string& folder) {
       {"rect2", "center (7, 5), 10 by 4, angle 30", Rect2},
       {"ellipse", "center (7, 5), radii 6 and 3, angle 30", Ellipse},
       {"line", "(3, 1) to (8, 10)", Line},
-      {"arc", "center (7, 7), radius 5, 30 for 120", Arc},
+      {"arc", "center (7, 6), radius 5, 30 for 120", Arc},
       {"point", "(6, 4)", Point},
       {"mask", "from three contours, on 14 x 11", Mask},
   };
