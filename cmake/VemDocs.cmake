@@ -23,7 +23,7 @@ endif()
 add_custom_target(VemDocs
   COMMAND sh -c "${draws} || { echo The pictures need the drawing library: configure with -DVEM_BUILD_VIEW=ON >&2; exit 1; }"
   COMMAND sh -c "command -v doxygen >/dev/null || { echo Doxygen is missing: on Debian apt-get install doxygen >&2; exit 1; }"
-  COMMAND doxygen ${VEM_DOCS_DIR}/Doxyfile
+  COMMAND doxygen Doxyfile
   WORKING_DIRECTORY ${VEM_DOCS_DIR}
   COMMENT "Writing the documentation"
   VERBATIM)
