@@ -29,7 +29,7 @@ function(vem_compile_options target)
 endfunction()
 
 # A shared library of the project: soname from the major version, and only the symbols that its
-# version script names.
+# version script names. Installed, it finds OpenCV where it was linked to it.
 function(vem_add_library target)
   cmake_parse_arguments(ARG "" "VERSION" "SOURCES" ${ARGN})
   string(REGEX MATCH "^[0-9]+" major ${ARG_VERSION})
@@ -42,6 +42,7 @@ function(vem_add_library target)
     VERSION ${ARG_VERSION}
     SOVERSION ${major}
     INSTALL_RPATH "$ORIGIN"
+    INSTALL_RPATH_USE_LINK_PATH ON
     LINK_DEPENDS ${script})
   target_compile_options(${target} PRIVATE -fno-semantic-interposition)
   target_link_options(${target} PRIVATE
