@@ -32,6 +32,9 @@
 /// base64 beside their size, channels and depth. A coordinate may be written as any number, and is
 /// the nearest that its type has, as 0.1 is; beyond 2^53 so are integers.
 ///
+/// `nlohmann::json(roi)` and `document.get<VemROI>()` do the same, so that the classes may stand in
+/// a caller's own documents and containers, `ordered_json` among them.
+///
 /// What is read back is what was written: kinds of control values, all bits of doubles, coordinates
 /// that the readers of the classes round. Not written are pixels and runs that an overlay or a
 /// region of interest carries along under a type that does not show them.
@@ -138,18 +141,16 @@ T from_json(const nlohmann::json& document) {
 
 }  // namespace vem
 
+/// @cond
 namespace nlohmann {
 
-/// `json(roi)` and `document.get<VemROI>()` are to_json and from_json, so that the classes may
-/// stand in a caller's own documents and containers.
+// Its other kinds of documents take over what there is for a plain one.
 template <typename T>
 struct adl_serializer<T, typename std::enable_if<vem::is_json_class<T>::value>::type> {
-  /// vem::to_json, as nlohmann-json calls it; its other types of documents take it over.
   template <typename Document>
   static void to_json(Document& document, const T& value) {
     document = vem::to_json(value);
   }
-  /// vem::from_json, as nlohmann-json calls it.
   template <typename Document>
   static void from_json(const Document& document, T& value) {
     vem::from_json(document, value);
@@ -157,5 +158,6 @@ struct adl_serializer<T, typename std::enable_if<vem::is_json_class<T>::value>::
 };
 
 }  // namespace nlohmann
+/// @endcond
 
 #endif  // VEM_VEM_JSON_H_
