@@ -10,6 +10,7 @@ BUILD_DIR=$ROOT/build/${BUILD_TYPE,,}
 
 BUILD_PACKAGES=(g++ cmake ninja-build libopencv-dev)
 TEST_PACKAGES=(libgtest-dev libfmt-dev nlohmann-json3-dev gdb)
+PYTHON_PACKAGES=(pybind11-dev python3-dev python3-numpy python3-pytest)
 
 # Ends with a sentence that says what is wrong, and what to do about it.
 stop() {
