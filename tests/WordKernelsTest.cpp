@@ -99,7 +99,7 @@ TEST_P(WordKernelsTest, WordsAreCopiedAndTextsTold) {
 
 TEST_P(WordKernelsTest, WordsAreCopiedOverUpToAText) {
   for (const std::size_t count : Counts()) {
-    const std::vector<VemVar> source = Numbers(count);
+    const std::vector<VemVar> source = Numbers(count + kBehind);
     std::vector<VemVar> target(count + kBehind, VemVar(77L));
     EXPECT_EQ(kernels_.copyOver(target.data(), source.data(), count), count);
     EXPECT_TRUE(SameWords(target.data(), source.data(), count)) << count;
