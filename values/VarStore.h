@@ -42,7 +42,7 @@ void Assign(VemVarStore& store, const VemVarStore& source);
 void AppendCopies(VemVarStore& store, const VemVarStore& source);
 
 /// AppendCopies, and the largest of the copies' integers, as VemVar::I reads them, or 0 if that is
-/// larger: in one walk over the elements.
+/// larger: in one walk where all are integers.
 int AppendMeasured(VemVarStore& store, const VemVarStore& source);
 
 /// Moves the last element before the one at `place`; those from there on move up.
