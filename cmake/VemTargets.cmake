@@ -14,7 +14,7 @@ function(vem_compile_options target)
   endif()
   if(VEM_SANITIZE)
     target_compile_options(${target} PRIVATE
-      -fsanitize=${VEM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+      -fsanitize=${VEM_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
     target_link_options(${target} PRIVATE -fsanitize=${VEM_SANITIZE})
   endif()
   # These two have a heap of their own, and turn signals into words.
@@ -23,7 +23,7 @@ function(vem_compile_options target)
   endif()
   if(VEM_BUILD_FUZZ)
     target_compile_options(${target} PRIVATE
-      -fsanitize=fuzzer-no-link,address -fno-omit-frame-pointer)
+      -fsanitize=fuzzer-no-link,address -fno-omit-frame-pointer -g1)
     target_link_options(${target} PRIVATE -fsanitize=address)
   endif()
 endfunction()
@@ -38,6 +38,10 @@ function(vem_add_library target)
   add_library(${target} SHARED ${ARG_SOURCES})
   add_library(VemData::${target} ALIAS ${target})
   vem_compile_options(${target})
+  if(VEM_PRECOMPILE_LIBRARIES)
+    target_precompile_headers(${target} PRIVATE
+      <opencv2/core.hpp> <algorithm> <cmath> <string> <vector>)
+  endif()
   set_target_properties(${target} PROPERTIES
     VERSION ${ARG_VERSION}
     SOVERSION ${major}
