@@ -154,7 +154,7 @@ bool MaskOutlines(IVemROIPara& mask, Contours& contours, Canvas& canvas) {
 /// A shape that outlines are made of; null for those that have none.
 using OutlineShape = bool (*)(const VemVarArray& params, Contours& contours, Canvas& canvas);
 
-constexpr OutlineShape kShapes[] = {
+constexpr OutlineShape kOutlineShapes[] = {
     Rect1Outline,     // VemROIRect1
     CircleOutlines,   // VemROICircle
     TorusOutlines,    // VemROITorus
@@ -172,7 +172,7 @@ constexpr OutlineShape kShapes[] = {
 bool IVemROIPara::GetMask(VemContourArray* contours, int* width, int* height) {
   contours->Clear();
   if (Type == VemROINone) return false;
-  const OutlineShape shape = EntryFor(kShapes, Type);
+  const OutlineShape shape = EntryFor(kOutlineShapes, Type);
   if (Type != VemROIMask && shape == nullptr) return true;
   Contours found;
   Canvas canvas = {0, 0};

@@ -372,7 +372,7 @@ bool TorusRuns(const VemVarArray& params, RunTriple& runs, Canvas& canvas) {
 /// A shape that runs are made of; null for those that have none.
 using ListShape = bool (*)(const VemVarArray& params, RunTriple& runs, Canvas& canvas);
 
-constexpr ListShape kShapes[] = {
+constexpr ListShape kListShapes[] = {
     Rect1Runs,      // VemROIRect1
     CircleRuns,     // VemROICircle
     TorusRuns,      // VemROITorus
@@ -402,7 +402,7 @@ bool IVemROIPara::GetMask(VemVarArray* rows, VemVarArray* firstColumns, VemVarAr
   RunTriple runs(*rows, *firstColumns, *lastColumns);
   runs.Clear();
   if (Type == VemROINone) return false;
-  const ListShape shape = EntryFor(kShapes, Type);
+  const ListShape shape = EntryFor(kListShapes, Type);
   if (Type != VemROIMask && shape == nullptr) return true;
   Canvas canvas = {0, 0};
   bool reachesIn = false;

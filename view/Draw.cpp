@@ -58,7 +58,7 @@ void TintContours(Canvas& canvas, VemContourArray& contours, const Color& color)
 }
 
 // A mask's points are whole numbers of 32 bits.
-bool FitsMask(const Chain& chain) {
+bool FitsPoints(const Chain& chain) {
   constexpr double kLimit = 2147483647;
   return std::all_of(chain.begin(), chain.end(), [](const cv::Point2d& p) {
     return std::abs(p.x) < kLimit && std::abs(p.y) < kLimit;
@@ -77,7 +77,7 @@ void DrawContours(Canvas& canvas, const VemContourArray& contours, const vem::dr
     mask.Append(contour);
   }
   Pen pen(canvas, ColorOf(style), style.width);
-  if (style.filled && std::all_of(finite.begin(), finite.end(), FitsMask)) {
+  if (style.filled && std::all_of(finite.begin(), finite.end(), FitsPoints)) {
     TintContours(canvas, mask, ColorOf(style));
   } else if (style.filled) {
     pen.Tint(finite, ColorOf(style));
