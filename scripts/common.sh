@@ -68,7 +68,8 @@ build_libraries() {
   local folder=$ROOT/build/libraries-$1
   cmake -S "$ROOT" -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=g++ \
     -DCMAKE_CXX_FLAGS_RELEASE="$2 -ffile-prefix-map=\"$ROOT\"=." -DVEM_WARNINGS_AS_ERRORS=ON \
-    -DVEM_BUILD_TESTS=OFF -DVEM_BUILD_EXAMPLES=OFF >"$folder.configure.log"
+    -DVEM_PRECOMPILE_LIBRARIES=ON -DVEM_BUILD_TESTS=OFF -DVEM_BUILD_EXAMPLES=OFF \
+    >"$folder.configure.log"
   cmake --build "$folder" --parallel "$JOBS" --target VemData VemRLC
 }
 
