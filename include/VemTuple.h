@@ -95,7 +95,7 @@ class VEM_EXPORT VemVarArray {
 
   bool Contains(int index) const;
   void Take(VemVar& value);
-  static VemVar& Invalid() __attribute__((const));
+  static VemVar& Invalid() __attribute__((const, cold));
 
   VemVarStore* store_;
 };
@@ -124,13 +124,11 @@ VEM_INLINE int VemVarArray::Length() const {
   return static_cast<int>(store_->Last - store_->First);
 }
 
-// A negative index is a position beyond every array.
-inline bool VemVarArray::Contains(int index) const {
-  return static_cast<std::size_t>(index) < static_cast<std::size_t>(store_->Last - store_->First);
-}
+// As two tests, which a compiler leaves out where a loop's own say the same.
+inline bool VemVarArray::Contains(int index) const { return index >= 0 && index < Length(); }
 
 VEM_INLINE VemVar& VemVarArray::operator[](int index) {
-  if (__builtin_expect(Contains(index), 1)) return store_->First[index];
+  if (Contains(index)) return store_->First[index];
   return Invalid();
 }
 VEM_INLINE VemVar VemVarArray::operator[](int index) const {
