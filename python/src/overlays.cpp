@@ -1,7 +1,6 @@
 #include <climits>
+#include <cstddef>
 #include <string>
-#include <tuple>
-#include <utility>
 
 #include "IVemOverlay.h"
 #include "VemContour.h"
@@ -125,25 +124,31 @@ void AddOthers(Type& type) {
       "of", [](const VemContour& contour) { return vem::overlay_of(contour); }, arg("source"));
 }
 
-using Style = std::tuple<int, int, int, int>;
-
-long Component(const py::tuple& color, std::size_t index) {
-  const py::object number = color[index];
-  return IntegerOf(number, "a component", INT_MIN, INT_MAX);
-}
-
-VemOverlay WithPen(VemOverlay overlay, const py::tuple& color, const py::object& width) {
-  if (color.size() != 3) throw py::value_error("a color has three components");
-  overlay.SetPen(Component(color, 0), Component(color, 1), Component(color, 2),
-                 IntegerOf(width, "the width", INT_MIN, INT_MAX));
-  return overlay;
-}
-
-VemOverlay WithBrush(VemOverlay overlay, const py::tuple& color, const py::object& mode) {
-  if (color.size() != 3) throw py::value_error("a color has three components");
-  overlay.SetBrush(Component(color, 0), Component(color, 1), Component(color, 2),
-                   IntegerOf(mode, "the mode", INT_MIN, INT_MAX));
-  return overlay;
+// A pen or a brush: three color components and a number, which is its width or its mode.
+void AddStyle(Type& type, const std::string& style, const char* number, int unsaid,
+              int (VemOverlay::*get)(long*, long*, long*, long*),
+              void (VemOverlay::*set)(long, long, long, long)) {
+  const std::string doc = "three color components, blue, green, red, and a " + std::string(number);
+  type.def_property_readonly(
+      style.c_str(),
+      [get](VemOverlay& self) {
+        long parts[4] = {};
+        (self.*get)(&parts[0], &parts[1], &parts[2], &parts[3]);
+        return py::make_tuple(parts[0], parts[1], parts[2], parts[3]);
+      },
+      ("The " + style + ": " + doc + ".").c_str());
+  type.def(("with_" + style).c_str(),
+           [set, number](VemOverlay self, const py::tuple& color, const py::object& last) {
+             if (color.size() != 3) throw py::value_error("a color has three components");
+             long parts[3];
+             for (std::size_t i = 0; i < 3; ++i) {
+               parts[i] = IntegerOf(py::object(color[i]), "a component", INT_MIN, INT_MAX);
+             }
+             (self.*set)(parts[0], parts[1], parts[2], IntegerOf(last, number, INT_MIN, INT_MAX));
+             return self;
+           },
+           arg("color"), arg(number) = unsaid,
+           ("The same with another " + style + ": " + doc + ".").c_str());
 }
 
 // Of what no generator makes, as texts, images and regions, under names of their own.
@@ -177,30 +182,11 @@ py::dict Parameters(const VemOverlay& overlay) {
 }
 
 void AddReaders(Type& type) {
-  type.def("with_pen", &WithPen, arg("color"), arg("width") = 1,
-           "The same with a pen of three color components, blue, green, red, and a width.");
-  type.def(
-      "with_brush", &WithBrush, arg("color"), arg("mode") = 0,
-      "The same with a brush of three color components, blue, green, red, and a mode: 1 tints.");
   type.def_property_readonly(
       "type", [](const VemOverlay& self) { return std::string(vem::detail::facts_of(self).kind); },
       "The name of the element; 'none' where there is none.");
   type.def_property_readonly("parameters", &Parameters,
                              "What the element was told, under the names of the arguments.");
-  type.def_property_readonly(
-      "pen",
-      [](const VemOverlay& self) {
-        const IVemOverlay& from = vem::parts(self);
-        return Style(from.PenColor0, from.PenColor1, from.PenColor2, from.PenWidth);
-      },
-      "Three color components and the width.");
-  type.def_property_readonly(
-      "brush",
-      [](const VemOverlay& self) {
-        const IVemOverlay& from = vem::parts(self);
-        return Style(from.BrushColor0, from.BrushColor1, from.BrushColor2, from.BrushMode);
-      },
-      "Three color components and the mode.");
 }
 
 }  // namespace
@@ -209,12 +195,15 @@ void AddOverlays(py::module_& module) {
   Type overlay(
       module, "Overlay",
       "A graphic element for a display to draw: a shape, a text, an image or a region, with\n"
-      "a pen and a brush. It never changes. What is refused raises ValueError.");
+      "a pen and a brush, which tints in mode 1. It never changes. What is refused raises\n"
+      "ValueError.");
   overlay.def(py::init<>(), "No element, with the default pen and brush.");
   AddShapes(overlay);
   AddRoundShapes(overlay);
   AddOthers(overlay);
   AddReaders(overlay);
+  AddStyle(overlay, "pen", "width", 1, &VemOverlay::GetPen, &VemOverlay::SetPen);
+  AddStyle(overlay, "brush", "mode", 0, &VemOverlay::GetBrush, &VemOverlay::SetBrush);
   overlay.def("__hash__", [](const VemOverlay& self) { return HashOf(self); });
   AddEquality(overlay);
   AddLine(overlay);
