@@ -156,8 +156,10 @@ struct Sequence {
     return list;
   }
   static A Part(const A& array, const py::slice& slice) {
-    py::ssize_t start = 0, stop = 0, step = 0, count = 0;
-    if (!slice.compute(Length(array), &start, &stop, &step, &count)) throw py::error_already_set();
+    py::ssize_t start = 0, stop = 0, step = 0;
+    if (PySlice_Unpack(slice.ptr(), &start, &stop, &step) != 0) throw py::error_already_set();
+    // Only now: what counts as an index may have changed the array when it was asked.
+    py::ssize_t count = PySlice_AdjustIndices(Length(array), &start, &stop, step);
     A part = Emptied(array);
     for (; count > 0; --count, start += step) {
       E element(const_cast<A&>(array)[static_cast<int>(start)]);
@@ -189,9 +191,9 @@ template <class A, class... Options>
 void AddReading(py::class_<A, Options...>& type) {
   using S = Sequence<A>;
   type.def("__len__", &S::Length);
-  type.def("__getitem__", [](py::object self, py::ssize_t index) {
+  type.def("__getitem__", [](py::object self, IndexArg index) {
     const A& array = self.cast<const A&>();
-    return S::At(array, PositionIn(self, array, index));
+    return S::At(array, PositionIn(self, array, index.at));
   });
   type.def("__getitem__", &S::Part);
   type.def("__eq__", [](const A& self, py::object other) -> py::object {
@@ -214,14 +216,14 @@ void AddList(py::class_<A, Options...>& type) {
   type.def(py::init([](py::object elements) { return S::From(elements); }),
            py::arg("elements") = py::tuple(), "An array of copies of the elements.");
   AddReading(type);
-  type.def("__setitem__", [](py::object self, py::ssize_t index, py::object object) {
+  type.def("__setitem__", [](py::object self, IndexArg index, py::object object) {
     A& array = self.cast<A&>();
     E element = Element<E>::From(object);
-    S::Set(array, PositionIn(self, array, index), element);
+    S::Set(array, PositionIn(self, array, index.at), element);
   });
-  type.def("__delitem__", [](py::object self, py::ssize_t index) {
+  type.def("__delitem__", [](py::object self, IndexArg index) {
     A& array = self.cast<A&>();
-    array.Remove(PositionIn(self, array, index));
+    array.Remove(PositionIn(self, array, index.at));
   });
   // A list knows what slices take.
   type.def("__setitem__", [](A& self, const py::slice& slice, py::object elements) {
@@ -238,9 +240,9 @@ void AddList(py::class_<A, Options...>& type) {
   type.def(
       "insert",
       [](A& self, py::ssize_t index, py::object object) {
+        E element = Element<E>::From(object);  // May change the array.
         const py::ssize_t length = S::Length(self);
         if (index < 0) index = std::max<py::ssize_t>(index + length, 0);
-        E element = Element<E>::From(object);
         S::Insert(self, static_cast<int>(std::min(index, length)), element);
       },
       py::arg("index"), py::arg("element"),

@@ -31,6 +31,11 @@ struct PointsArg {
   VemPointArray list;
 };
 
+/// An argument that is an index; IndexError for one that no list can have.
+struct IndexArg {
+  py::ssize_t at;
+};
+
 /// The bytes of a text as UTF-8, where what is no UTF-8 has come as surrogates. A zero byte raises
 /// ValueError.
 std::string TextBytes(py::handle text);
@@ -92,6 +97,17 @@ struct type_caster<PointsArg> {
   PYBIND11_TYPE_CASTER(PointsArg, const_name("Points"));
   bool load(handle source, bool) {
     value.list = PointsOf(source);
+    return true;
+  }
+};
+
+template <>
+struct type_caster<IndexArg> {
+  PYBIND11_TYPE_CASTER(IndexArg, const_name("int"));
+  bool load(handle source, bool) {
+    if (!PyIndex_Check(source.ptr())) return false;
+    value.at = PyNumber_AsSsize_t(source.ptr(), PyExc_IndexError);
+    if (value.at == -1 && PyErr_Occurred() != nullptr) throw error_already_set();
     return true;
   }
 };

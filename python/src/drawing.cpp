@@ -16,6 +16,7 @@
 #include "VemPointArray.h"
 #include "VemROI.h"
 #include "VemRegion.h"
+#include "python/src/buffers.h"
 #include "python/src/convert.h"
 #include "python/src/module.h"
 #include "python/src/rasters.h"

@@ -209,9 +209,9 @@ void AddContours(py::module_& module) {
       "area", &VemContour::Area,
       "The triangles that the first point makes with each edge, unsigned.");
   contour.def("__len__", &VemContour::Length);
-  contour.def("__getitem__", [](py::object self, py::ssize_t index) {
+  contour.def("__getitem__", [](py::object self, IndexArg index) {
     const VemPointArray points = PointsIn(self.cast<const VemContour&>());
-    return VemPoint(points[PositionIn(self, points, index)]);
+    return VemPoint(points[PositionIn(self, points, index.at)]);
   });
   contour.def("__getitem__", [](const VemContour& self, const py::slice& slice) {
     VemPointArray part = Sequence<VemPointArray>::Part(PointsIn(self), slice);

@@ -1,5 +1,6 @@
 #include "python/src/module.h"
 
+#include <cstddef>
 #include <exception>
 #include <stdexcept>
 #include <string>
@@ -29,6 +30,21 @@ void Translate(std::exception_ptr thrown) {
   }
 }
 
+// Called for an object that __new__ made and no __init__ has filled.
+void* RefuseEmpty(std::size_t) { throw py::type_error("the object was made without __init__()"); }
+
+// The package shows a class as its own. Copies, documents and pickles would lose what a subclass
+// adds, so there is none.
+void Finish(py::handle type) {
+  type.attr("__module__") = "vemdata";
+  auto* const python = reinterpret_cast<PyTypeObject*>(type.ptr());
+  py::detail::type_info* const bound = py::detail::get_type_info(python);
+  if (bound == nullptr) return;
+  bound->operator_new = &RefuseEmpty;
+  python->tp_flags &= ~Py_TPFLAGS_BASETYPE;
+  PyType_Modified(python);
+}
+
 }  // namespace
 
 PYBIND11_MODULE(_vemdata, module) {
@@ -46,8 +62,7 @@ PYBIND11_MODULE(_vemdata, module) {
   AddJson(module);
   module.attr("__version__") = VEM_DATA_VERSION_TEXT;
 
-  // The package shows the classes as its own.
   for (const auto& item : module.attr("__dict__").cast<py::dict>()) {
-    if (PyType_Check(item.second.ptr())) item.second.attr("__module__") = "vemdata";
+    if (PyType_Check(item.second.ptr())) Finish(item.second);
   }
 }

@@ -17,6 +17,7 @@
 #include "VemMatrixArray.h"
 #include "VemMorphStructure.h"
 #include "python/src/arrays.h"
+#include "python/src/buffers.h"
 #include "python/src/files.h"
 #include "python/src/module.h"
 #include "vem/parts.h"
@@ -147,24 +148,11 @@ cv::Mat MatCopied(const py::array& array) {
   return MatOver(packed).clone();
 }
 
-py::buffer_info BufferOf(cv::Mat& mat) {
-  static unsigned char nothing = 0;
-  const py::ssize_t size = static_cast<py::ssize_t>(mat.elemSize1());
-  const py::ssize_t channels = mat.channels();
-  std::vector<py::ssize_t> shape = {mat.rows, mat.cols};
-  std::vector<py::ssize_t> strides = {
-      static_cast<py::ssize_t>(mat.empty() ? mat.elemSize() : mat.step[0]), size * channels};
-  if (channels > 1) {
-    shape.push_back(channels);
-    strides.push_back(size);
-  }
-  const std::string format(1, TypeOf(mat.depth()).attr("char").cast<std::string>()[0]);
-  const py::ssize_t dimensions = static_cast<py::ssize_t>(shape.size());
-  return py::buffer_info(mat.empty() ? &nothing : mat.data, size, format, dimensions, shape,
-                         strides);
-}
-
 namespace {
+
+cv::Mat& MatIn(VemImage& image) { return image.Mat(); }
+cv::Mat& MatIn(VemMatrix& matrix) { return matrix.Mat(); }
+cv::Mat& MatIn(VemFeatureDescriptor& descriptor) { return vem::parts(descriptor); }
 
 cv::Mat Taken(const py::array& array, bool copy) {
   return copy ? MatCopied(array) : MatSharing(array);
@@ -194,7 +182,7 @@ void AddImages(py::module_& module) {
       "slices of rows and columns too. Raises ValueError for pixels that lie otherwise, and\n"
       "for an array that is not to be written to, unless they are copied.");
   image.def(py::init<>(), "The empty image.");
-  image.def_buffer([](VemImage& self) { return BufferOf(self.Mat()); });
+  AddBuffer<VemImage, &MatIn>(image);
   image.def_property_readonly("width", &VemImage::Width, "Columns.");
   image.def_property_readonly("height", &VemImage::Height, "Rows.");
   image.def_property_readonly("channels", &VemImage::Channels, "Numbers of a pixel.");
@@ -244,14 +232,17 @@ VemVar ElementOf(py::handle object, int depth) {
   return VemVar(IntegerOf(object, "the element", least[depth], most[depth]));
 }
 
-std::pair<int, int> PlaceIn(const VemMatrix& matrix,
-                            const std::pair<py::ssize_t, py::ssize_t>& at) {
-  const py::ssize_t row = at.first < 0 ? at.first + matrix.Rows() : at.first;
-  const py::ssize_t column = at.second < 0 ? at.second + matrix.Cols() : at.second;
+using Place = std::pair<IndexArg, IndexArg>;
+
+std::pair<int, int> PlaceIn(const VemMatrix& matrix, const Place& place) {
+  const py::ssize_t toldRow = place.first.at;
+  const py::ssize_t toldColumn = place.second.at;
+  const py::ssize_t row = toldRow < 0 ? toldRow + matrix.Rows() : toldRow;
+  const py::ssize_t column = toldColumn < 0 ? toldColumn + matrix.Cols() : toldColumn;
   if (row >= 0 && row < matrix.Rows() && column >= 0 && column < matrix.Cols()) {
     return {static_cast<int>(row), static_cast<int>(column)};
   }
-  throw py::index_error("(" + std::to_string(at.first) + ", " + std::to_string(at.second) +
+  throw py::index_error("(" + std::to_string(toldRow) + ", " + std::to_string(toldColumn) +
                         ") is out of range: the matrix has " + std::to_string(matrix.Rows()) +
                         " rows and " + std::to_string(matrix.Cols()) + " columns");
 }
@@ -282,25 +273,24 @@ void AddMatrices(py::module_& module) {
   matrix.def(py::init<>(), "The empty matrix.");
   matrix.def_static("zeros", &Zeros, py::arg("rows"), py::arg("cols"), py::arg("dtype") = "float64",
                     "A matrix of zeros.");
-  matrix.def_buffer([](VemMatrix& self) { return BufferOf(self.Mat()); });
+  AddBuffer<VemMatrix, &MatIn>(matrix);
   matrix.def_property_readonly("rows", &VemMatrix::Rows, "Number of rows.");
   matrix.def_property_readonly("cols", &VemMatrix::Cols, "Number of columns.");
   matrix.def_property_readonly(
       "dtype", [](const VemMatrix& self) { return TypeOf(self.Mat().depth()); }, "NumPy's type.");
   matrix.def_property_readonly(
       "shape", [](const VemMatrix& self) { return ShapeOf(self.Mat()); }, "As NumPy tells it.");
-  matrix.def("__getitem__", [](VemMatrix& self, std::pair<py::ssize_t, py::ssize_t> at) {
+  matrix.def("__getitem__", [](VemMatrix& self, const Place& at) {
     const std::pair<int, int> place = PlaceIn(self, at);
     VemVar element;
     self.Select(place.first, place.second, &element);
     return element;
   });
-  matrix.def("__setitem__",
-             [](VemMatrix& self, std::pair<py::ssize_t, py::ssize_t> at, py::object number) {
-               const std::pair<int, int> place = PlaceIn(self, at);
-               VemVar element = ElementOf(number, self.Type());
-               self.Replace(place.first, place.second, element);
-             });
+  matrix.def("__setitem__", [](VemMatrix& self, const Place& at, py::object number) {
+    const std::pair<int, int> place = PlaceIn(self, at);
+    VemVar element = ElementOf(number, self.Type());
+    self.Replace(place.first, place.second, element);
+  });
   matrix.def(
       "fill",
       [](VemMatrix& self, py::object number) { self.SetTo(ElementOf(number, self.Type())); },
@@ -325,7 +315,7 @@ void AddMatrices(py::module_& module) {
       py::init([](const py::array& array) { return VemFeatureDescriptor(MatCopied(array)); }),
       py::arg("array"));
   descriptor.def(py::init<>(), "No descriptors.");
-  descriptor.def_buffer([](VemFeatureDescriptor& self) { return BufferOf(vem::parts(self)); });
+  AddBuffer<VemFeatureDescriptor, &MatIn>(descriptor);
   descriptor.def_property_readonly("rows", &VemFeatureDescriptor::Row, "Number of rows.");
   descriptor.def_property_readonly("cols", &VemFeatureDescriptor::Col, "Number of columns.");
   AddEquality(descriptor);

@@ -23,7 +23,4 @@ cv::Mat MatSharing(const py::array& array);
 /// A copy in packed rows, whatever the strides.
 cv::Mat MatCopied(const py::array& array);
 
-/// What Python's buffer protocol tells of a matrix: two dimensions for one channel, else three.
-py::buffer_info BufferOf(cv::Mat& mat);
-
 #endif  // PYTHON_SRC_RASTERS_H_

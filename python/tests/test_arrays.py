@@ -52,7 +52,7 @@ def test_reading_is_that_of_a_list(cls, elements):
     assert list(reversed(array)) == elements[::-1]
     for index in range(-len(elements), len(elements)):
         assert array[index] == elements[index]
-    for index in [len(elements), -len(elements) - 1, 2**40]:
+    for index in [len(elements), -len(elements) - 1, 2**40, 2**63, -2**63 - 1]:
         with pytest.raises(IndexError):
             array[index]
     for part in SLICES:
@@ -220,3 +220,41 @@ def test_elements_outlive_their_array():
     path.clear()
     assert first.parameters["radius"] == 3
     assert list(iterator) == []
+
+
+class Clearing:
+    """An index, and a point, that clears an array while it is asked."""
+
+    def __init__(self, array, number):
+        self.array, self.number = array, number
+
+    def __index__(self):
+        self.array.clear()
+        return self.number
+
+    def __len__(self):
+        self.array.clear()
+        return 2
+
+    def __getitem__(self, index):
+        return self.number
+
+
+def test_an_array_may_change_while_an_argument_is_read():
+    def filled():
+        return vemdata.VarArray([1, 2, 3])
+
+    array = filled()
+    assert list(array[Clearing(array, 0):3]) == []
+    array = filled()
+    array.insert(2, Clearing(array, 7))
+    assert list(array) == [7]
+    points = vemdata.PointArray([(1, 2), (3, 4)])
+    points.insert(2, Clearing(points, 5))
+    assert list(points) == [(5, 5)]
+    for read in [lambda: array.__getitem__(Clearing(array, 2)),
+                 lambda: array.__setitem__(2, Clearing(array, 5)),
+                 lambda: array.__delitem__(Clearing(array, 2))]:
+        array[:] = [1, 2, 3]
+        with pytest.raises(IndexError):
+            read()

@@ -1,4 +1,5 @@
 import ast
+import contextlib
 import os
 import pathlib
 import subprocess
@@ -77,6 +78,32 @@ def test_everything_is_documented():
     assert vemdata.__doc__ and vemdata.__version__.count(".") == 2
 
 
+CLASSES = [thing for thing in map(vemdata.__dict__.get, vemdata.__all__)
+           if isinstance(thing, type) and thing is not vemdata.Bounds]
+
+
+@pytest.mark.parametrize("cls", CLASSES, ids=[cls.__name__ for cls in CLASSES])
+def test_an_object_that_was_never_made_raises(cls):
+    empty = cls.__new__(cls)
+    for name in sorted(set(dir(cls)) & set(vars(cls))):
+        if name in ("__init__", "from_json"):
+            continue
+        with contextlib.suppress(TypeError):
+            thing = getattr(empty, name)
+            if callable(thing):
+                thing()
+    with pytest.raises(TypeError, match=r"without __init__\(\)"):
+        empty.to_json()
+    with pytest.raises((TypeError, BufferError)):
+        memoryview(empty)
+
+
+@pytest.mark.parametrize("cls", CLASSES, ids=[cls.__name__ for cls in CLASSES])
+def test_classes_are_not_derived_from(cls):
+    with pytest.raises(TypeError, match="not an acceptable base type"):
+        type("Derived", (cls,), {})
+
+
 def let_go_in(work):
     """Whether another thread runs while `work` does: it counts, more than at rest it could."""
     counted = [0]
@@ -101,6 +128,16 @@ def let_go_in(work):
         thread.join()
 
 
+def lets_go(work):
+    """The same for a busy machine, which may not wake the other thread in time."""
+    end = time.monotonic() + 60
+    while time.monotonic() < end:
+        if let_go_in(work) > 0:
+            return True
+        time.sleep(0.01)
+    return False
+
+
 def test_long_work_lets_other_threads_run(tmp_path):
     noise = (np.random.default_rng(1).random((2000, 2000)) < 0.5).astype(np.uint8)
     region = vemdata.Region(noise)
@@ -115,8 +152,7 @@ def test_long_work_lets_other_threads_run(tmp_path):
                  lambda: vemdata.draw(picture, path),
                  lambda: image.save(tmp_path / "noise.png"),
                  lambda: vemdata.Image.read(tmp_path / "noise.png")]:
-        # A busy machine may not wake the other thread in time.
-        assert any(let_go_in(work) > 0 for _ in range(100))
+        assert lets_go(work)
 
 
 def test_threads_read_the_same_at_once():

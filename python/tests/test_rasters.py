@@ -1,5 +1,7 @@
 import copy
 import gc
+import hashlib
+import io
 import pickle
 import sys
 import weakref
@@ -171,7 +173,7 @@ def test_matrices_share_both_ways(kind):
 
 def test_elements_of_a_matrix_are_tested():
     matrix = vemdata.Matrix.zeros(2, 3, "uint8")
-    for at in [(2, 0), (0, 3), (-3, 0), (0, -4)]:
+    for at in [(2, 0), (0, 3), (-3, 0), (0, -4), (2**63, 0)]:
         with pytest.raises(IndexError):
             matrix[at]
         with pytest.raises(IndexError):
@@ -233,3 +235,31 @@ def test_structures_refuse_with_a_reason():
             vemdata.MorphStructure(**arguments)
     with pytest.raises(TypeError):
         vemdata.MorphStructure(1, 1, type=3, values=[[1.5]])
+
+
+@pytest.mark.parametrize("cls", [vemdata.Image, vemdata.Matrix])
+def test_buffers_of_packed_rows_are_read_by_everything(cls, random):
+    array = random.integers(0, 255, (4, 6)).astype(np.int16)
+    held = cls(array)
+    assert bytes(held) == array.tobytes() and memoryview(held).tolist() == array.tolist()
+    assert np.array_equal(np.frombuffer(held, np.int16), array.ravel())
+    assert io.BytesIO(held).getvalue() == array.tobytes()
+    assert hashlib.sha1(held).digest() == hashlib.sha1(array.tobytes()).digest()
+
+
+def test_rows_that_lie_apart_are_never_taken_for_packed_ones(random):
+    part = random.integers(0, 255, (6, 9)).astype(np.uint8)[1:5, 2:7]
+    image = vemdata.Image(part)
+    assert bytes(image) == part.tobytes() and memoryview(image).tolist() == part.tolist()
+    for read in [lambda: io.BytesIO().write(image), lambda: hashlib.sha1(image),
+                 lambda: np.frombuffer(image, np.uint8)]:
+        with pytest.raises(BufferError):
+            read()
+
+
+def test_a_buffer_outlives_its_image(random):
+    array = random.integers(0, 255, (30, 40)).astype(np.uint8)
+    view = memoryview(vemdata.Image(array, copy=True))
+    gc.collect()
+    assert view.tolist() == array.tolist()
+    view.release()

@@ -19,7 +19,6 @@ from ._vemdata import *  # noqa: F401,F403
 from ._vemdata import __version__
 
 
-
 def _read(cls, document):
     """Makes an object again of what pickling has kept of it."""
     return cls.from_json(document)
