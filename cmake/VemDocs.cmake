@@ -11,7 +11,7 @@ file(READ ${PROJECT_SOURCE_DIR}/README.md text)
 string(REGEX MATCH "Measured on [^|]*\\| work [^\n]*\n(\\|[^\n]*\n)*" table "${text}")
 file(READ ${PROJECT_SOURCE_DIR}/${speed} text)
 string(REPLACE "<!-- table -->" "${table}" text "${text}")
-string(REPLACE "(../../" "(${PROJECT_SOURCE_DIR}/" text "${text}")
+string(REPLACE "(../../" "(../../project/" text "${text}")  # As docs/write-site lays them out.
 file(GENERATE OUTPUT ${VEM_DOCS_DIR}/pages/speed.md CONTENT "${text}")
 
 configure_file(${PROJECT_SOURCE_DIR}/docs/Doxyfile.in ${VEM_DOCS_DIR}/Doxyfile @ONLY)
@@ -23,8 +23,7 @@ endif()
 add_custom_target(VemDocs
   COMMAND sh -c "${draws} || { echo The pictures need the drawing library: configure with -DVEM_BUILD_VIEW=ON >&2; exit 1; }"
   COMMAND sh -c "command -v doxygen >/dev/null || { echo Doxygen is missing: on Debian apt-get install doxygen >&2; exit 1; }"
-  COMMAND doxygen Doxyfile
-  WORKING_DIRECTORY ${VEM_DOCS_DIR}
+  COMMAND sh ${PROJECT_SOURCE_DIR}/docs/write-site ${PROJECT_SOURCE_DIR} ${VEM_DOCS_DIR}
   COMMENT "Writing the documentation"
   VERBATIM)
 if(TARGET VemView)
