@@ -17,7 +17,7 @@ import numpy as np
 import vemdata
 
 HERE = pathlib.Path(__file__).resolve().parent
-source = sys.argv[1] if len(sys.argv) > 1 else HERE.parent / "docs" / "view_plate.png"
+source = sys.argv[1] if len(sys.argv) > 1 else str(HERE.parent / "docs" / "view_plate.png")
 result = sys.argv[2] if len(sys.argv) > 2 else "inspect.png"
 
 # %% The picture is an array; nothing is copied.
@@ -30,7 +30,7 @@ print(f"{source if len(sys.argv) > 1 else 'view_plate.png'}: {image.width} by {i
 parts = [part for part in vemdata.components(grey > 128) if part.area >= 100]
 
 
-def direction(part):
+def direction(part: vemdata.Region) -> tuple[float, float, float]:
     """The angle of the longer axis in degrees, counter-clockwise as seen, and both half axes."""
     xx, xy, yy = part.spread
     angle = math.degrees(-0.5 * math.atan2(2 * xy, xx - yy))
