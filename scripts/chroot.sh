@@ -2,11 +2,28 @@
 #
 #   SOURCE   what is seen in a chroot as /source, the project by default
 #   MIRROR   the mirror that chroots are made from, the one of this machine's apt by default
+#   OUT      where steps leave their logs
 
 SOURCE=${SOURCE:-$ROOT}
 MIRROR=${MIRROR:-}
 AS_ROOT=()
 [ "$(id -u)" -eq 0 ] || AS_ROOT=(sudo)
+
+# step NAME COMMAND...: runs it into a log of its name, and ends the script if it fails. What each took
+# is gathered in `table`.
+table=()
+step() {
+  local name=$1 began=$SECONDS status=0
+  local log=$OUT/${name// /-}.log
+  shift
+  echo "$name"
+  "$@" >"$log" 2>&1 || status=$?
+  table+=("$(printf '%-28s %4d s' "$name" $((SECONDS - began)))")
+  [ "$status" -ne 0 ] || return 0
+  tail -n 25 "$log" >&2
+  echo "$(basename "$0"): $name failed, see $log" >&2
+  exit "$([ "$name" = "bare chroot" ] && echo 3 || echo 1)"
+}
 
 # The first place from which this machine's apt takes Debian itself, not a part of it.
 debian_mirror() {
@@ -34,6 +51,13 @@ bare_chroot() {
   "${AS_ROOT[@]}" rm -rf --one-file-system "$2.part"
   "${AS_ROOT[@]}" debootstrap --variant=minbase "$1" "$2.part" "$MIRROR" &&
     "${AS_ROOT[@]}" mv "$2.part" "$2"
+}
+
+# copy_of_bare RELEASE FOLDER CHROOT: the bare chroot that the folder keeps, with apt's lists of today.
+copy_of_bare() {
+  bare_chroot "$1" "$2/$1.bare" &&
+    "${AS_ROOT[@]}" cp -a --reflink=auto "$2/$1.bare/." "$3" &&
+    inside "$3" apt-get update
 }
 
 # inside CHROOT COMMAND...: runs a command in a chroot, with the sources at /source, where they can't be
