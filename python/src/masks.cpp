@@ -1,3 +1,4 @@
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -11,12 +12,14 @@
 
 namespace {
 
-std::vector<VemRegion> Components(const MaskView& mask) {
+using Regions = std::vector<std::unique_ptr<VemRegion>>;
+
+Regions Components(const MaskView& mask) {
   cv::Mat raster = MatOf(mask);
   VemRLC coder;
   coder.SetParam(1, 9, false, -1, -1, -1, false, false);
   coder.Calc(raster, false);
-  std::vector<VemRegion> regions;
+  Regions regions;
   regions.reserve(static_cast<std::size_t>(coder.ComponentCount));
   for (std::size_t i = 0; i + 1 < coder.ComponentStarts.size(); ++i) {
     regions.push_back(RegionOf(
@@ -28,7 +31,7 @@ std::vector<VemRegion> Components(const MaskView& mask) {
 
 py::list ComponentList(const py::array& array) {
   const MaskView mask = MaskOf(array);
-  std::vector<VemRegion> regions;
+  Regions regions;
   {
     const py::gil_scoped_release others;
     regions = Components(mask);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,7 +35,9 @@ auto Unlocked(Make make) {
   return make();
 }
 
-VemRegion OfMask(const py::array& array) {
+using Made = std::unique_ptr<VemRegion>;
+
+Made OfMask(const py::array& array) {
   const MaskView mask = MaskOf(array);
   return Unlocked([&] {
     const std::vector<Run> runs = RunsOf(mask);
@@ -42,13 +45,13 @@ VemRegion OfMask(const py::array& array) {
   });
 }
 
-VemRegion OfRoi(const VemROI& roi) {
+Made OfRoi(const VemROI& roi) {
   return Unlocked([&] {
     RunLists runs = RunsOf(roi);
     if (runs.width < 1 || runs.height < 1) {
       throw std::invalid_argument("the shape lies left of or above the origin");
     }
-    return VemRegion(runs.width, runs.height, runs.rows, runs.firsts, runs.lasts);
+    return Made(new VemRegion(runs.width, runs.height, runs.rows, runs.firsts, runs.lasts));
   });
 }
 
@@ -95,7 +98,7 @@ cv::Size PositiveCanvas(const py::object& shape) {
                         std::to_string(canvas.height) + ", not 1 by 1 or larger");
 }
 
-VemRegion OfRuns(const py::array& array, const py::object& shape) {
+Made OfRuns(const py::array& array, const py::object& shape) {
   const std::vector<Run> runs = RunsIn(array);
   const cv::Size canvas = shape.is_none() ? CanvasOfRuns(runs) : PositiveCanvas(shape);
   return RegionOf(runs, 0, runs.size(), canvas);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstring>
 #include <exception>
+#include <memory>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -144,10 +145,10 @@ cv::Mat MatOf(const MaskView& mask) {
   return copy;
 }
 
-VemRegion RegionOf(const std::vector<Run>& runs, std::size_t from, std::size_t to,
-                   cv::Size canvas) {
-  VemRegion region;
-  VemRegionData& data = vem::parts(region);
+std::unique_ptr<VemRegion> RegionOf(const std::vector<Run>& runs, std::size_t from, std::size_t to,
+                                    cv::Size canvas) {
+  std::unique_ptr<VemRegion> region(new VemRegion());
+  VemRegionData& data = vem::parts(*region);
   data.Width = canvas.width;
   data.Height = canvas.height;
   for (; from < to; ++from) {

@@ -4,6 +4,7 @@
 #include <pybind11/numpy.h>
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include <opencv2/core.hpp>
@@ -50,8 +51,10 @@ std::vector<Run> RunsOf(const MaskView& mask);
 /// A matrix of the same pixels, or a copy where no matrix can stand over them. Needs no lock.
 cv::Mat MatOf(const MaskView& mask);
 
-/// A region of the runs from one position to another. Needs no lock.
-VemRegion RegionOf(const std::vector<Run>& runs, std::size_t from, std::size_t to, cv::Size canvas);
+/// A region of the runs from one position to another, made where Python keeps it: every copy is a
+/// deep one. Needs no lock.
+std::unique_ptr<VemRegion> RegionOf(const std::vector<Run>& runs, std::size_t from, std::size_t to,
+                                    cv::Size canvas);
 
 /// The runs of a shape, with nothing of the canvas where it lies left of or above the origin.
 /// Raises `std::invalid_argument` where there are none to be told. Needs no lock.
