@@ -66,8 +66,8 @@ std::string TextBytes(py::handle text) {
   const py::bytes bytes = py::reinterpret_steal<py::bytes>(
       PyUnicode_AsEncodedString(text.ptr(), "utf-8", "surrogateescape"));
   if (!bytes) throw py::error_already_set();
-  const std::string result = bytes;
-  if (std::memchr(result.data(), '\0', result.size()) != nullptr) {
+  std::string result = bytes;
+  if (result.find('\0') != std::string::npos) {
     throw py::value_error("the text has a zero byte within");
   }
   return result;

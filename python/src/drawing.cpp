@@ -128,7 +128,7 @@ void AddStyled(py::module_& module) {
 
 // --- How objects show themselves ---
 
-constexpr int kLargest = 4096;  // The side of a picture that is still made.
+constexpr int kLargestSide = 4096;  // The side of a picture that is still made.
 constexpr int kMargin = 8;
 
 // As far as elements reach from the origin, to the right and down.
@@ -140,7 +140,7 @@ struct Reach {
     right = std::max(right, x);
     bottom = std::max(bottom, y);
   }
-  bool Fits() const { return right <= kLargest && bottom <= kLargest; }
+  bool Fits() const { return right <= kLargestSide && bottom <= kLargestSide; }
   cv::Mat Paper() const {
     return cv::Mat(static_cast<int>(bottom) + 1 + kMargin, static_cast<int>(right) + 1 + kMargin,
                    CV_8UC3, cv::Scalar::all(255));
