@@ -595,6 +595,24 @@ TEST(VemRLC, RowsMayBecomeFullerAndEmptier) {
   }
 }
 
+// Next to each other stand rows of short and long, near and distant runs.
+TEST(VemRLC, RowsOfManyRunsMeetInAnyWay) {
+  std::mt19937 random(11);
+  for (int i = 0; i < 60; ++i) {
+    cv::Mat raster(40, 100 + static_cast<int>(random() % 300), CV_8UC1);
+    for (int row = 0; row < raster.rows; ++row) {
+      const int grain = 1 + static_cast<int>(random() % 12);
+      const int percent = 20 + static_cast<int>(random() % 61);
+      const cv::Mat cells = Noise(random, 1, raster.cols / grain + 1, percent);
+      for (int column = 0; column < raster.cols; ++column) {
+        raster.at<unsigned char>(row, column) = cells.at<unsigned char>(0, column / grain);
+      }
+    }
+    SCOPED_TRACE(i);
+    ASSERT_NO_FATAL_FAILURE(ExpectComponents(raster));
+  }
+}
+
 // A hole with a tip at its top, through which its border runs straight, and more vertices than are
 // gathered at once.
 TEST(VemRLC, LongBordersMayBeginWithoutAVertex) {
