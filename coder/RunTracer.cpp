@@ -7,107 +7,22 @@
 #include <memory>
 #include <stdexcept>
 
-// Borders follow the sides of runs. Every run has a left side, which a border passes downward, and
-// a right side, which it passes upward; so the background is always on the border's right hand, and
-// each side belongs to one border. The side that follows depends only on the row below (behind a
-// left side) or above (behind a right side), so sides are linked while the rows are read:
-//
-//     ..aaa...bbb..      left of a -> left of c, right of d -> right of b,
-//     .cccc...ddd..      left of c -> right of c where nothing lies below
-//
-//     ..aa..bb..         left of b -> right of a: c closes the gap between them from below
-//     ...ccccc..
-//
-// A turn by 180 degrees maps left sides to right sides, so one rule serves both.
+#include "coder/BorderSteps.h"
+#include "coder/SideLinks.h"
 
 namespace {
-
-/// Directions in image coordinates, rows downward; `direction ^ 4` is the opposite one.
-enum Direction : int {
-  kEast = 0,
-  kNorthEast,
-  kNorth,
-  kNorthWest,
-  kWest,
-  kSouthWest,
-  kSouth,
-  kSouthEast,
-  kNoDirection
-};
-
-// Side 2 * i is the left side of run i, side 2 * i + 1 the right one.
-int LeftOf(std::size_t run) { return static_cast<int>(2 * run); }
-int RightOf(std::size_t run) { return static_cast<int>(2 * run + 1); }
-
-struct Side {
-  int next;  // The side that follows; the complement of its outline's index when that is known.
-  int column;
-};
-
-// The moves from one side to the next have one to three parts, each of one direction. What is told
-// of them goes into sums and masks, never into a branch, since it can't be foretold.
-struct Lead {
-  std::int8_t first;  // The direction of the first part.
-  std::int8_t last;   // That of the last part.
-  std::int8_t bends;  // The number of parts behind the first.
-  std::int8_t late;   // -1 where the first part is the long one, so its bend is near the end; or 0.
-  std::int8_t moves;  // -1 where there is a part at all; or 0.
-};
-
-// Distances go forward from a side: eastward from a left one, westward from a right one. Those
-// beyond both ends of the table lead as the outermost do.
-constexpr int kNearest = -3;
-constexpr int kFarthest = 2;
-
-// Told for a left side; a right side turns the moves by 180 degrees.
-constexpr Lead LeftLead(bool changesSide, int distance) {
-  if (changesSide) {
-    if (distance == 0) return {kEast, kEast, 0, 0, 0};
-    if (distance > 0) return {kEast, kEast, 0, 0, -1};  // Along the run to its other end.
-    // Under the gap to the run before, whose right side is next.
-    const std::int8_t bends = distance < -2 ? 2 : 1;
-    return {kSouthWest, kNorthWest, bends, 0, -1};
-  }
-  if (distance == 0) return {kSouth, kSouth, 0, 0, -1};
-  if (distance == -1) return {kSouthWest, kSouthWest, 0, 0, -1};
-  if (distance < 0) return {kSouthWest, kWest, 1, 0, -1};
-  if (distance == 1) return {kSouthEast, kSouthEast, 0, 0, -1};
-  return {kEast, kSouthEast, 1, -1, -1};
-}
-
-constexpr int Turned(int direction, int isRight) { return direction ^ isRight << 2; }
-
-struct LeadTable {
-  Lead leads[2][2][8];  // By side, by change of side, by distance.
-};
-
-constexpr LeadTable MakeLeadTable() {
-  LeadTable table = {};
-  for (int isRight = 0; isRight < 2; ++isRight) {
-    for (int changesSide = 0; changesSide < 2; ++changesSide) {
-      for (int distance = kNearest; distance <= kFarthest; ++distance) {
-        Lead lead = LeftLead(changesSide != 0, distance);
-        lead.first = static_cast<std::int8_t>(Turned(lead.first, isRight));
-        lead.last = static_cast<std::int8_t>(Turned(lead.last, isRight));
-        table.leads[isRight][changesSide][distance - kNearest] = lead;
-      }
-    }
-  }
-  return table;
-}
-
-constexpr LeadTable kLeads = MakeLeadTable();
 
 /// Gathers points in a block that stays near the processor, and adds them to the end of a list when
 /// it is full.
 class PointBlock {
  public:
   static constexpr std::size_t kRoom = 508;
+  static constexpr std::size_t kSpare = 16;  // More than an outline adds before it looks for room.
 
   explicit PointBlock(std::vector<cv::Point>& points) : points_(points) {}
 
   cv::Point* Begin() { return block_; }
-  // The last place at which a lead has room.
+  // The last place at which a step has room.
   cv::Point* Last() { return block_ + kRoom; }
 
   // The number of points before `end`, those of the list included.
@@ -125,7 +40,7 @@ class PointBlock {
 
  private:
   std::vector<cv::Point>& points_;
-  cv::Point block_[kRoom + 8];
+  cv::Point block_[kRoom + kSpare];
 };
 
 class Tracer {
@@ -138,17 +53,7 @@ class Tracer {
         end_(block_.Begin()) {
     if (count_ > INT_MAX / 8) throw std::length_error("too many runs to outline");
     sides_.reset(new Side[2 * count_]);
-  }
-
-  // Links the sides of all runs, row by row.
-  void Link() {
-    std::size_t above = 0;
-    for (std::size_t row = 0; row < count_;) {
-      const std::size_t end = CloseRow(row);
-      if (row > 0 && At(row - 1).Row + 1 == At(row).Row) LinkRows(above, row, end);
-      above = row;
-      row = end;
-    }
+    LinkSides(runs_, count_, sides_.get());
   }
 
   void Trace() {
@@ -172,53 +77,6 @@ class Tracer {
 
   const Run& At(std::size_t run) const { return runs_[run]; }
 
-  // All runs of a row end above and below until a neighbour is found: each side leads to the other.
-  // Returns the row's end.
-  std::size_t CloseRow(std::size_t row) {
-    std::size_t run = row;
-    do {
-      sides_[2 * run] = {RightOf(run), At(run).FirstColumn};
-      sides_[2 * run + 1] = {LeftOf(run), At(run).LastColumn};
-      ++run;
-    } while (run < count_ && At(run).Row == At(row).Row);
-    return run;
-  }
-
-  // Links the left sides of the runs above, [above, row), downward and the right sides of the row's
-  // runs, [row, end), upward. What a left side leads to is the first run below that ends behind it;
-  // what a right side leads to is the last run above that begins before it.
-  void LinkRows(std::size_t above, std::size_t row, std::size_t end) {
-    std::size_t upper = above;
-    std::size_t lower = row;
-    while (upper < row && lower < end) {
-      if (At(upper).FirstColumn <= At(lower).LastColumn + 1) {
-        LinkDown(above, upper++, lower);
-      } else {
-        if (upper > above) LinkUp(upper - 1, lower, end);
-        ++lower;
-      }
-    }
-    for (; lower < end; ++lower) LinkUp(upper - 1, lower, end);
-  }
-
-  void LinkDown(std::size_t above, std::size_t upper, std::size_t lower) {
-    const Run& run = At(upper);
-    const Run& below = At(lower);
-    if (below.FirstColumn > run.LastColumn + 1) return;
-    const bool closesGap = below.FirstColumn < run.FirstColumn && upper > above &&
-                           At(upper - 1).LastColumn >= below.FirstColumn - 1;
-    sides_[2 * upper].next = closesGap ? RightOf(upper - 1) : LeftOf(lower);
-  }
-
-  void LinkUp(std::size_t upper, std::size_t lower, std::size_t end) {
-    const Run& run = At(lower);
-    const Run& above = At(upper);
-    if (above.LastColumn < run.FirstColumn - 1) return;
-    const bool closesGap = above.LastColumn > run.LastColumn && lower + 1 < end &&
-                           At(lower + 1).FirstColumn <= above.LastColumn + 1;
-    sides_[2 * lower + 1].next = closesGap ? LeftOf(lower + 1) : RightOf(upper);
-  }
-
   // Fetches the sides of a block, line by line.
   void Fetch(std::size_t first) const {
     const std::size_t last = std::min(first + kBlock, count_);
@@ -233,28 +91,73 @@ class Tracer {
     std::size_t count = 0;
     for (std::size_t run = first; run < last; ++run) {
       found[count] = run;
-      count += (Begun(run) & ~LeftOf(1)) == 0 ? 1 : 0;
+      count += Begins(run) ? 1 : 0;
     }
     for (std::size_t i = 0; i < count; ++i) {
-      const std::size_t run = found[i];
-      const int begun = Begun(run);
-      if (begun == LeftOf(0)) {
-        AddOuter(run);
-      } else if (begun == LeftOf(1)) {
-        AddHole(run);
+      const int link = sides_[2 * found[i] + 1].link;
+      if (link < 0 || sides_[LinkedSide(link)].link < 0) continue;
+      if (LinkedRun(link) == found[i]) {
+        AddOuter(found[i]);
+      } else {
+        AddHole(found[i]);
       }
     }
   }
 
-  // LeftOf(0) where an outer border begins, since nothing lies above and the right side leads to
-  // its own run; LeftOf(1) where a hole begins, since a run above closes the gap and the right side
-  // leads to the run behind it; or anything else.
-  int Begun(std::size_t run) const { return sides_[2 * run + 1].next - LeftOf(run); }
+  // An outer border begins at a run above which nothing lies: its right side leads to its left one.
+  // A hole begins behind a run where one above closes the gap: its right side leads to the left one
+  // of the run behind the gap. Either border may have been met before.
+  bool Begins(std::size_t run) const {
+    const std::int64_t link = sides_[2 * run + 1].link;
+    return ((link - LinkToLeft(run)) & ~LinkToLeft(1)) == 0;
+  }
+
+  // What the sides of the outline added last link to when it is followed.
+  int Mark() const { return -static_cast<int>(out_.hierarchy.size()); }
+
+  // The outline of a left side that was followed, or whose leader was.
+  int OutlineOf(std::size_t run) const {
+    const int link = sides_[2 * run].link;
+    return ~(link < 0 ? link : sides_[LinkedSide(link)].link);
+  }
+
+  // A run that nothing touches below either is a component by itself.
+  void AddOuter(std::size_t run) {
+    out_.runStarts.push_back(static_cast<int>(run));
+    const int outline = AddOutline(-1, run);
+    if (lastOuter_ >= 0) Join(lastOuter_, outline);
+    lastOuter_ = outline;
+    if (sides_[2 * run].link == LinkToRight(run)) {
+      OutlineAlone(run);
+    } else {
+      // It never goes on northward from its first pixel.
+      Follow(run, kNorth);
+    }
+  }
+
+  // The border at the left of the run in which a hole's border starts is known already: it is the
+  // outer border of the component, or that of another hole in it. A gap that is closed from below
+  // too is a hole by itself, one row high.
+  void AddHole(std::size_t run) {
+    const int known = OutlineOf(run);
+    const int parent = Record(known)[3] >= 0 ? Record(known)[3] : known;
+    const int outline = AddOutline(parent, run);
+    int& last = lastHoles_[static_cast<std::size_t>(parent)];
+    if (last >= 0) {
+      Join(last, outline);
+    } else {
+      Record(parent)[2] = outline;
+    }
+    last = outline;
+    if (sides_[2 * run + 2].link == LinkToRight(run)) {
+      OutlineSlit(run);
+    } else {
+      OutlineHole(run);
+    }
+  }
 
   void OutlineAlone(std::size_t run) {
-    const int mark = Mark();
-    sides_[2 * run].next = mark;
-    sides_[2 * run + 1].next = mark;
+    sides_[2 * run].link = Mark();
     const Run& only = At(run);
     end_[0] = {only.FirstColumn, only.Row};
     end_[1] = {only.LastColumn, only.Row};
@@ -263,9 +166,7 @@ class Tracer {
   }
 
   void OutlineSlit(std::size_t run) {
-    const int mark = Mark();
-    sides_[2 * run + 1].next = mark;
-    sides_[2 * run + 2].next = mark;
+    sides_[2 * run + 2].link = Mark();
     const int first = At(run).LastColumn + 1;
     const int last = At(run + 1).FirstColumn - 1;
     const int row = At(run).Row;
@@ -281,39 +182,22 @@ class Tracer {
     if (end_ > block_.Last()) end_ = Flush(end_);
   }
 
-  // What the sides of the outline added last hold when it is followed.
-  int Mark() const { return -static_cast<int>(out_.hierarchy.size()); }
-
-  // A run that nothing touches below either is a component by itself.
-  void AddOuter(std::size_t run) {
-    out_.runStarts.push_back(static_cast<int>(run));
-    const int outline = AddOutline(-1, run);
-    if (lastOuter_ >= 0) Join(lastOuter_, outline);
-    lastOuter_ = outline;
-    if (sides_[2 * run].next == RightOf(run)) {
-      OutlineAlone(run);
+  // The border begins at the right side of the run and goes over the gap to the run behind it. The
+  // right side may be left out of the border, so this is followed from behind the gap, and comes
+  // over the gap once more at its end.
+  void OutlineHole(std::size_t run) {
+    const cv::Point first(At(run).LastColumn, At(run).Row);
+    const int column = At(run + 1).FirstColumn;
+    const int bends = first.x < column - 2 ? 2 : 1;
+    end_[0] = first;
+    end_[1] = {first.x + 1, first.y - 1};
+    end_[2] = {column - 1, first.y - 1};
+    end_ += 1 + bends;
+    Follow(run + 1, kSouthEast);
+    end_ -= bends;
+    if (end_ > block_.Begin() && end_[-1] == first) {
+      --end_;
     } else {
-      Follow(LeftOf(run));
-    }
-  }
-
-  // The border at the left of the run in which a hole's border starts is known already: it is the
-  // outer border of the component, or that of another hole in it. A gap that is closed from below
-  // too is a hole by itself, one row high.
-  void AddHole(std::size_t run) {
-    const int known = ~sides_[2 * run].next;
-    const int parent = Record(known)[3] >= 0 ? Record(known)[3] : known;
-    const int outline = AddOutline(parent, run);
-    int& last = lastHoles_[static_cast<std::size_t>(parent)];
-    if (last >= 0) {
-      Join(last, outline);
-    } else {
-      Record(parent)[2] = outline;
-    }
-    last = outline;
-    if (sides_[2 * run + 2].next == RightOf(run)) {
-      OutlineSlit(run);
-    } else if (Follow(RightOf(run)) == kNorthEast) {
       DropFirst();
     }
   }
@@ -344,55 +228,57 @@ class Tracer {
     Record(next)[1] = previous;
   }
 
-  // Follows the border of the outline added last from one of its sides around to it, and returns
-  // the direction in which it comes back. A vertex stands wherever the direction changes. Each lead
-  // writes all the vertices that it may have, and keeps those that it has: which ones can't be
-  // foretold.
-  int Follow(int start) {
+  // Follows the border of the outline added last from the left side of a run, reached in a
+  // direction, around to it. Each step writes all the vertices that it may have, and keeps those
+  // that it has.
+  void Follow(std::size_t run, Direction reached) {
     const int mark = Mark();
     const cv::Point* const limit = block_.Last();
     Side* const sides = sides_.get();
     cv::Point* end = end_;
-    int side = start;
-    int x = sides[start].column;
-    int y = At(static_cast<std::size_t>(start) / 2).Row;
-    int direction = kNoDirection;
+    const std::size_t start = 2 * run;
+    std::size_t side = start;
+    std::size_t state = static_cast<std::size_t>(StepState(reached, 0));
+    std::int64_t column = sides[start].column;
+    std::int64_t row = At(run).Row;
     do {
-      const int next = sides[side].next;
-      sides[side].next = mark;
-      const int column = sides[next].column;
-      const int isRight = side & 1;
-      const int changesSide = (side ^ next) & 1;
-      const int forward = 1 - 2 * isRight;
-      side = next;
-      if ((changesSide | (column ^ x) | (direction ^ Turned(kSouth, isRight))) == 0) {
-        y += forward;
-        continue;
-      }
-      const Lead lead = LeadOf(isRight, changesSide, column, x);
-      *end = {x, y};
-      end += (lead.first != direction) & lead.moves;
-      end[0] = {(x ^ ((x ^ column) & lead.late)) - forward, y + (forward & ~lead.late)};
-      end[1] = {column + forward, y + forward};
-      end += lead.bends;
-      direction ^= (direction ^ lead.last) & lead.moves;
-      x = column;
-      y += forward & (changesSide - 1);
       if (end > limit) end = Flush(end);
+      const int link = sides[side].link;
+      sides[side].link = mark;
+      side = LinkedSide(link);
+      const std::int64_t next = sides[side].column;
+      const BorderStep& step = StepAlong(state, link, Known(next - column));
+      *end = PointAt(column, row);
+      end += step.turnsAtStart;
+      std::int64_t leaving = row + step.stretch;
+      row += step.rows;
+      if ((link & kLinkRows) == kLinkRows) {
+        row = At(LinkedRun(link)).Row;
+        leaving = row - step.rows;
+      }
+      *end = PointAt(column, leaving);
+      end += step.turnsAtLeaving;
+      const int late = LateMask(step.bends);
+      const int forward = step.forward;
+      end[0] = PointAt((column ^ ((column ^ next) & late)) - forward, leaving + (forward & ~late));
+      end[1] = PointAt(next + forward, leaving + forward);
+      end += step.bends & kBends;
+      state = step.state;
+      column = next;
     } while (side != start);
     end_ = end;
-    return direction;
   }
 
-  static Lead LeadOf(int isRight, int changesSide, int column, int x) {
-    const std::int64_t eastward = static_cast<std::int64_t>(column) - x;
-    const std::int64_t distance = (eastward ^ -isRight) + isRight;
-    const std::int64_t known =
-        std::min<std::int64_t>(std::max<std::int64_t>(distance, kNearest), kFarthest);
-    return kLeads.leads[isRight][changesSide][known - kNearest];
+  static std::int64_t Known(std::int64_t distance) {
+    return std::min<std::int64_t>(std::max<std::int64_t>(distance, -kFarthest), kFarthest);
   }
 
-  cv::Point* Flush(const cv::Point* end) {
+  static cv::Point PointAt(std::int64_t column, std::int64_t row) {
+    return {static_cast<int>(column), static_cast<int>(row)};
+  }
+
+  // Out of the way of what has room.
+  __attribute__((noinline)) cv::Point* Flush(const cv::Point* end) {
     const std::size_t count = block_.CountTo(end);
     // A run has up to four vertices as a rule; what is not filled is not touched.
     block_.Flush(end, std::max(2 * count, 4 * count_));
@@ -426,6 +312,5 @@ class Tracer {
 
 void TraceRuns(const Outlines& outlines) {
   Tracer tracer(outlines);
-  tracer.Link();
   tracer.Trace();
 }

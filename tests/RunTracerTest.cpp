@@ -1,5 +1,6 @@
 #include "coder/RunTracer.h"
 
+#include <climits>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -86,6 +87,59 @@ TEST(RunTracer, RunsMayBeAsLongAsNumbersAllow) {
                                                    {far - 1, 1},
                                                    {far, 1},
                                                    {far, 0}}));
+}
+
+TEST(RunTracer, RowsMayBeTheFirstAndTheLastNumbersThereAre) {
+  for (const int first : {INT_MIN, INT_MAX - 4}) {
+    const Traced traced = Trace({{first, 0, 9},
+                                 {first + 1, 0, 2},
+                                 {first + 1, 7, 9},
+                                 {first + 2, 0, 2},
+                                 {first + 2, 7, 9},
+                                 {first + 3, 0, 2},
+                                 {first + 3, 7, 9},
+                                 {first + 4, 0, 9}});
+    EXPECT_EQ(traced.pointStarts, (std::vector<int>{0, 4, 12}));
+    EXPECT_EQ(traced.points, (std::vector<cv::Point>{{0, first},
+                                                     {0, first + 4},
+                                                     {9, first + 4},
+                                                     {9, first},
+                                                     {2, first + 1},
+                                                     {3, first},
+                                                     {6, first},
+                                                     {7, first + 1},
+                                                     {7, first + 3},
+                                                     {6, first + 4},
+                                                     {3, first + 4},
+                                                     {2, first + 3}}));
+    EXPECT_EQ(traced.hierarchy, (std::vector<cv::Vec4i>{{-1, -1, 1, -1}, {-1, -1, -1, 0}}));
+  }
+}
+
+// Holes begin at sides in the midst of straight walls, and know the outlines of walls that others
+// lead for.
+TEST(RunTracer, HolesBeginAnywhereAlongAWall) {
+  for (int height = 1; height < 9; ++height) {
+    for (int above = 0; above < 7; ++above) {
+      SCOPED_TRACE(testing::Message() << height << " rows, " << above << " above");
+      std::vector<::Run> runs = {{0, 0, 8}};
+      for (int row = 1; row <= above; ++row) runs.push_back({row, 0, 8});
+      for (int row = 1; row <= height; ++row) {
+        runs.push_back({above + row, 0, 1});
+        runs.push_back({above + row, 5, 8});
+      }
+      const int bottom = above + height + 1;
+      runs.push_back({bottom, 0, 8});
+      const Traced traced = Trace(runs);
+      std::vector<cv::Point> expected = {{0, 0}, {0, bottom}, {8, bottom}, {8, 0}};
+      expected.insert(expected.end(), {{1, above + 1}, {2, above}, {4, above}, {5, above + 1}});
+      if (height > 1) expected.push_back({5, bottom - 1});
+      expected.insert(expected.end(), {{4, bottom}, {2, bottom}});
+      if (height > 1) expected.push_back({1, bottom - 1});
+      EXPECT_EQ(traced.points, expected);
+      EXPECT_EQ(traced.hierarchy, (std::vector<cv::Vec4i>{{-1, -1, 1, -1}, {-1, -1, -1, 0}}));
+    }
+  }
 }
 
 // The border of the comb's hole comes back to the hole's first pixel from the south-west and leaves

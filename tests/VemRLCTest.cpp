@@ -613,6 +613,26 @@ TEST(VemRLC, RowsOfManyRunsMeetInAnyWay) {
   }
 }
 
+// Straight stretches of every height up to one above the other, at every kind of side.
+TEST(VemRLC, RowsMayStandSeveralTimes) {
+  std::mt19937 random(12);
+  for (int i = 0; i < 1500; ++i) {
+    const cv::Mat rows =
+        Noise(random, 1 + static_cast<int>(random() % 12), 1 + static_cast<int>(random() % 24),
+              static_cast<int>(random() % 101));
+    const auto most = 1 + random() % 6;
+    cv::Mat raster;
+    for (int row = 0; row < rows.rows; ++row) {
+      for (auto times = 1 + random() % most; times > 0; --times) raster.push_back(rows.row(row));
+    }
+    SCOPED_TRACE(i);
+    ASSERT_NO_FATAL_FAILURE(ExpectComponents(raster));
+    ASSERT_NO_FATAL_FAILURE(ExpectOutlines(raster));
+    ASSERT_NO_FATAL_FAILURE(ExpectScanOrder(raster));
+    ASSERT_NO_FATAL_FAILURE(ExpectPaintedBack(raster));
+  }
+}
+
 // A hole with a tip at its top, through which its border runs straight, and more vertices than are
 // gathered at once.
 TEST(VemRLC, LongBordersMayBeginWithoutAVertex) {
