@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 #include "coder/RunBlock.h"
@@ -25,6 +26,17 @@ class Labels {
     parents_[count_] = static_cast<int>(count_);
     runs_[count_] = 1;
     return static_cast<int>(count_++);
+  }
+
+  /// The root of a label, or a new label that has no run yet, without a branch between them. Mostly
+  /// a label's parent is its root.
+  int RootOrNew(int label, bool isNew) {
+    const int added = static_cast<int>(count_);
+    parents_[count_] = added;
+    runs_[count_] = 0;
+    count_ += static_cast<std::size_t>(isNew);
+    label = Parent(isNew ? added : label);
+    return Parent(label) == label ? label : Root(label);
   }
 
   int Root(int label) {
@@ -72,6 +84,16 @@ class Labels {
   std::size_t count_ = 0;
 };
 
+// Makes the list as long as it becomes. Blocks are copied, since the list would write number by
+// number.
+void Lengthen(std::vector<Run>& runs, std::size_t count) {
+  static constexpr Run kBlank[512] = {};
+  runs.reserve(count);
+  while (runs.size() < count) {
+    runs.insert(runs.end(), kBlank, kBlank + std::min(count - runs.size(), std::size(kBlank)));
+  }
+}
+
 /// The components of a raster, while its rows are read.
 ///
 /// What is told of a run stands in its slot: its edges and its label. Behind the last run of a row,
@@ -95,7 +117,7 @@ class Labeller {
       for (int i = 0; i < found.count; ++i) {
         const std::size_t begin = slots_;
         slots_ = static_cast<std::size_t>(found.ends[i] - EdgesOf(0)) / 2;
-        if (found.likeAbove[i]) {
+        if (found.likeAbove[i] || MatchesAbove(begin)) {
           LabelAsAbove(begin);
           ++repeats_;
         } else {
@@ -125,28 +147,31 @@ class Labeller {
 
  private:
   static constexpr std::size_t kFirstSlots = 1024;
-  static constexpr int kNoLabel = -1;  // Of the slot behind a row.
+  static constexpr std::size_t kManyRuns = 16;  // In a row; fewer pass faster with branches.
+  static constexpr int kNoLabel = -1;           // Of the slot behind a row.
 
   Edge* EdgesOf(std::size_t slot) { return edges_.Data() + 2 * slot; }
 
   void Close(std::size_t slot) { EdgesOf(slot)[0] = EdgesOf(slot)[1] = kNoEdge; }
 
   // Makes room for the longest row there can be, or for what there will be when the rows to come
-  // are like those read.
+  // are like those read and half as many again, which costs nothing until they are there: each move
+  // to larger blocks touches all of them again.
   void Reserve(int row) {
     const std::size_t needed = slots_ + EdgeRoom(scanner_.Columns()) / 2 + 1;
     if (needed <= capacity_) return;
     const std::size_t expected = row == 0 ? 0
                                           : slots_ * static_cast<std::size_t>(scanner_.Rows()) /
                                                 static_cast<std::size_t>(row);
-    capacity_ = std::max(expected + expected / 16, slots_) + needed + kFirstSlots;
+    capacity_ = std::max(expected + expected / 2, slots_) + needed + kFirstSlots;
     labels_.Grow(slots_, capacity_);
     edges_.Grow(2 * slots_, 2 * capacity_);
     sets_.Reserve(capacity_);
     if (row > 0) scanner_.MoveAbove(EdgesOf(above_), EdgesOf(slots_ - 1));
   }
 
-  // Counts the runs of the rows that were like the one above them, for all such rows in turn.
+  // Counts the runs of the rows that were labelled as the one above them, for all such rows in
+  // turn.
   void CountRepeats() {
     if (repeats_ == 0) return;
     for (const int* label = &labels_[above_]; *label != kNoLabel; ++label) {
@@ -155,7 +180,20 @@ class Labeller {
     repeats_ = 0;
   }
 
-  // A row that is like the one above: each run touches the one above it, and no other.
+  // Whether each run of a row touches the run above that has its place in the row, and no other.
+  bool MatchesAbove(std::size_t begin) {
+    if (slots_ - begin != begin - above_ - 1) return false;
+    const Edge* above = EdgesOf(above_);
+    const Edge* const end = EdgesOf(slots_);
+    for (const Edge* run = EdgesOf(begin); run != end; run += 2, above += 2) {
+      if ((above[0] > run[1]) | (run[0] > above[1]) | (above[2] <= run[1]) | (run[2] <= above[1])) {
+        return false;
+      }
+    }
+    return true;
+  }
+
+  // Each run of the row touches the one above it, and no other.
   void LabelAsAbove(std::size_t begin) {
     const int* above = &labels_[above_];
     int* const end = &labels_[slots_];
@@ -164,6 +202,14 @@ class Labeller {
 
   // Runs touch, also by a corner, unless one ends before the other begins.
   void LabelRow(std::size_t begin) {
+    if (slots_ - begin < kManyRuns) {
+      LabelFewRuns(begin);
+    } else {
+      LabelManyRuns(begin);
+    }
+  }
+
+  void LabelFewRuns(std::size_t begin) {
     int* label = &labels_[begin];
     const int* aboveLabel = &labels_[above_];
     const Edge* above = EdgesOf(above_);
@@ -181,6 +227,34 @@ class Labeller {
       while (above[2] <= run[1]) {
         above += 2;
         root = sets_.Unite(root, sets_.Root(*++aboveLabel));
+      }
+      sets_.AddRuns(root, 1);
+      *label++ = root;
+    }
+  }
+
+  // How the runs of two rows with many lie can't be foretold: up to two runs above are left behind,
+  // and a label is added or taken, without a branch.
+  void LabelManyRuns(std::size_t begin) {
+    int* label = &labels_[begin];
+    const int* const aboveLabels = &labels_[above_];
+    const Edge* const above = EdgesOf(above_);
+    const Edge* const end = EdgesOf(slots_);
+    std::size_t upper = 0;
+    for (const Edge* run = EdgesOf(begin); run != end; run += 2) {
+      const Edge first = run[0];
+      const Edge last = run[1];
+      const std::size_t isPast = above[2 * upper + 1] < first ? 1 : 0;
+      const std::size_t isNextPast = above[2 * upper + 3] < first ? 1 : 0;
+      upper += isPast + (isPast & isNextPast);
+      while (above[2 * upper + 1] < first) ++upper;
+      const bool touches = above[2 * upper] <= last;
+      int root = sets_.RootOrNew(aboveLabels[upper], !touches);
+      const bool isFollowed = above[2 * upper + 2] <= last;
+      if (touches & isFollowed) {
+        do {
+          root = sets_.Unite(root, sets_.Root(aboveLabels[++upper]));
+        } while (above[2 * upper + 2] <= last);
       }
       sets_.AddRuns(root, 1);
       *label++ = root;
@@ -206,24 +280,26 @@ class Labeller {
       sum += std::exchange(sets_.RunsOf(number), sum);
       starts.push_back(sum);
     }
-    runs.resize(static_cast<std::size_t>(sum));
+    Lengthen(runs, static_cast<std::size_t>(sum));
+    Run* const stored = runs.data();
+    int* const places = &sets_.RunsOf(0);
     const Edge* edges = EdgesOf(1);
+    const int* const end = &labels_[slots_];
     int row = 0;
     int last = 0;   // The component whose run was stored last.
     int place = 0;  // Of its next run.
-    for (std::size_t i = 1; i < slots_; ++i, edges += 2) {
-      if (labels_[i] == kNoLabel) {
+    for (const int* label = &labels_[1]; label != end; ++label, edges += 2) {
+      if (*label == kNoLabel) {
         ++row;
         continue;
       }
-      const int number = sets_.NumberOf(labels_[i]);
+      const int number = sets_.NumberOf(*label);
       if (number != last) {
-        sets_.RunsOf(last) = place;
+        places[last] = place;
         last = number;
-        place = sets_.RunsOf(number);
+        place = places[number];
       }
-      runs[static_cast<std::size_t>(place++)] = {row, static_cast<int>(edges[0]),
-                                                 static_cast<int>(edges[1] - 1)};
+      stored[place++] = {row, static_cast<int>(edges[0]), static_cast<int>(edges[1] - 1)};
     }
   }
 
@@ -231,7 +307,7 @@ class Labeller {
   Labels sets_;
   std::size_t slots_ = 0;
   std::size_t above_ = 0;  // The first slot of the row above.
-  int repeats_ = 0;  // How many rows in turn, that one the last, were like the one above them.
+  int repeats_ = 0;  // How many rows in turn, that one the last, were labelled as the one above.
   std::size_t capacity_ = 0;
   Scratch<int> labels_;
   Scratch<Edge> edges_;
