@@ -193,11 +193,10 @@ class Labeller {
     return true;
   }
 
-  // Each run of the row touches the one above it, and no other.
+  // Each run of the row touches the one above it, and no other. A label that was united with
+  // another since serves as well as its root.
   void LabelAsAbove(std::size_t begin) {
-    const int* above = &labels_[above_];
-    int* const end = &labels_[slots_];
-    for (int* label = &labels_[begin]; label != end; ++label) *label = sets_.Root(*above++);
+    std::copy_n(&labels_[above_], slots_ - begin, &labels_[begin]);
   }
 
   // Runs touch, also by a corner, unless one ends before the other begins.
