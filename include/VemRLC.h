@@ -30,10 +30,10 @@ struct Run {
 ///
 /// Work and memory are linear in the pixels, the runs and the outlines. Beside its results a call
 /// takes, for a while, room for the edges of two rows (4 bytes a column each) and 24 KB. Finding
-/// components takes instead some 20 bytes a run, as many a row and as many once a column; finding
-/// outlines takes in addition 16 bytes a run and 4 bytes an outline. No row, run or outline has an
-/// allocation of its own, but for the lists of Convert. What the processor offers decides how rows
-/// are read, never what comes of it.
+/// components takes instead some 20 bytes a run, as many a row and as many once a column, and sets
+/// aside more than it touches; finding outlines takes in addition 16 bytes a run and 4 bytes an
+/// outline. No row, run or outline has an allocation of its own, but for the lists of Convert. What
+/// the processor offers decides how rows are read, never what comes of it.
 ///
 /// Components and outlines are 8-connected. Nothing is reported; what throws is the allocator, and
 /// FindContours `std::length_error` for more runs than integers can tell apart as outlines. Use a
