@@ -59,7 +59,8 @@ struct Lead {
   bool moves = true;
 };
 
-/// Told for a left side; a right side turns the moves by 180 degrees.
+/// Told for a left side; a right side turns the moves by 180 degrees. They are never straight, and
+/// a side is never reached straight: it is left out then.
 constexpr Lead LeftLead(bool changesSide, int distance) {
   if (changesSide) {
     if (distance == 0) return {kEast, kEast, 0, false};
@@ -67,7 +68,6 @@ constexpr Lead LeftLead(bool changesSide, int distance) {
     // Under the gap to the run before, whose right side is next.
     return {kSouthWest, kNorthWest, distance < -2 ? 2 : 1};
   }
-  if (distance == 0) return {kSouth, kSouth, 0};
   if (distance == -1) return {kSouthWest, kSouthWest, 0};
   if (distance < 0) return {kSouthWest, kWest, 1};
   if (distance == 1) return {kSouthEast, kSouthEast, 0};
@@ -90,7 +90,7 @@ constexpr BorderStep MakeStep(int direction, int isRight, int link, int distance
 
   BorderStep step = {};
   step.state = static_cast<std::uint16_t>(StepState(last, nextIsRight));
-  step.turnsAtStart = stretch != 0 && direction != straight ? 1 : 0;
+  step.turnsAtStart = stretch != 0 ? 1 : 0;
   step.turnsAtLeaving = lead.moves && Turned(lead.first, isRight) != leaving ? 1 : 0;
   step.bends = static_cast<std::int8_t>(lead.bends);
   step.forward = static_cast<std::int8_t>(forward);
