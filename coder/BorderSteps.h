@@ -18,8 +18,8 @@ enum Direction : int {
 };
 
 /// What a step from a side of a border to the next one adds to the outline: a vertex wherever the
-/// direction changes. What is told of it goes into sums and masks, never into a branch, since it
-/// can't be foretold.
+/// direction changes. Its members go into sums and masks, never into a branch, since they can't be
+/// foretold.
 struct BorderStep {
   std::uint16_t state;          ///< That of the next step.
   std::uint8_t turnsAtStart;    ///< 1 for a vertex where the stretch begins.
@@ -27,11 +27,11 @@ struct BorderStep {
   std::int8_t bends;            ///< The number of vertices on the way to the next side; or kLate.
   std::int8_t forward;          ///< 1 down and eastward, from a left side; -1 from a right one.
   std::int8_t stretch;          ///< The rows from the side to where the border leaves it.
-  std::int8_t rows;             ///< Those to the next side. Both without the stretch, where it is
-                                ///< kLinkRows long or longer.
+  std::int8_t rows;             ///< The rows to the next side. Neither counts a stretch of
+                                ///< kLinkRows or more, whose length only the runs tell.
 };
 
-/// One bend that lies next to the next side.
+/// One bend that lies next to the next side: negative, and 1 by its bits of the number.
 constexpr int kLate = -3;
 constexpr int kBends = 3;  ///< The bits of the number of bends, also in kLate.
 constexpr int LateMask(int bends) { return bends >> 2; }  ///< -1 in kLate, or 0.
@@ -39,28 +39,30 @@ constexpr int LateMask(int bends) { return bends >> 2; }  ///< -1 in kLate, or 0
 /// The state of a step is told by the direction in which its side was reached and by which side it
 /// is. To the state come the lower bits of the link, times kStepDistances, and the distance.
 constexpr int kStepDistances = 8;
-constexpr int kStepLinks = 8;
+constexpr int kStepLinks = 8;  ///< The rows of a link, and whether it leads to a right side.
 constexpr int kSteps = 8 * 2 * kStepLinks * kStepDistances;
 
 constexpr int StepState(int direction, int isRight) {
   return (direction * 2 + isRight) * kStepLinks * kStepDistances;
 }
 
-/// Columns from a side to the next one, eastward. Those beyond lead as the outermost do.
+/// The farthest distance that is told apart, in columns eastward from a side to the next one; what
+/// lies farther counts as this far.
 constexpr int kFarthest = 3;
 
 namespace border_steps {
 
-/// The moves from where a border leaves a side have none to three parts, each of one direction.
+/// From where it leaves a side, a border moves in up to three parts, each of one direction.
 struct Lead {
-  int first;  ///< The direction of the first part.
-  int last;   ///< That of the last part.
-  int bends;  ///< The number of parts behind the first; or kLate.
-  bool moves = true;
+  int first;          ///< The direction of the first part.
+  int last;           ///< That of the last part.
+  int bends;          ///< The number of parts behind the first; or kLate.
+  bool moves = true;  ///< False where both sides are of the same pixel.
 };
 
-/// Told for a left side; a right side turns the moves by 180 degrees. They are never straight, and
-/// a side is never reached straight: it is left out then.
+/// Told for a left side; a right side turns the moves by 180 degrees. They never go straight down,
+/// since such sides are left out, so that from a side to one of the same kind there is a distance;
+/// nor is a side reached in the direction in which it is passed.
 constexpr Lead LeftLead(bool changesSide, int distance) {
   if (changesSide) {
     if (distance == 0) return {kEast, kEast, 0, false};
@@ -114,7 +116,7 @@ constexpr Table MakeTable() {
   return table;
 }
 
-alignas(64) constexpr Table kTable = MakeTable();
+alignas(64) inline constexpr Table kTable = MakeTable();
 
 }  // namespace border_steps
 

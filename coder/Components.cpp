@@ -1,8 +1,10 @@
 #include "coder/Components.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstddef>
 #include <iterator>
+#include <stdexcept>
 #include <utility>
 
 #include "coder/RunBlock.h"
@@ -28,8 +30,9 @@ class Labels {
     return static_cast<int>(count_++);
   }
 
-  /// The root of a label, or a new label that has no run yet, without a branch between them. Mostly
-  /// a label's parent is its root.
+  /// The root of a label, or a new label that has no run yet, without a branch between them: a
+  /// label is not looked at where a new one is wanted, and the place of a new one is written in any
+  /// case. Mostly a label's parent is its root.
   int RootOrNew(int label, bool isNew) {
     const int added = static_cast<int>(count_);
     parents_[count_] = added;
@@ -84,8 +87,8 @@ class Labels {
   std::size_t count_ = 0;
 };
 
-// Makes the list as long as it becomes. Blocks are copied, since the list would write number by
-// number.
+// Lengthens the list to `count` runs. Copying blank blocks is faster than `resize`, which writes
+// number by number.
 void Lengthen(std::vector<Run>& runs, std::size_t count) {
   static constexpr Run kBlank[512] = {};
   runs.reserve(count);
@@ -104,7 +107,8 @@ class Places {
   int* const next_;
 };
 
-/// The same, faster where runs in turn mostly belong to the same component: its place is kept.
+/// The same, faster where consecutive runs mostly belong to the same component: its place is kept
+/// out of the list meanwhile.
 class KeptPlaces {
  public:
   explicit KeptPlaces(int* next) : next_(next), place_(next[0]) {}
@@ -188,6 +192,7 @@ class Labeller {
   // to larger blocks touches all of them again.
   void Reserve(int row) {
     const std::size_t needed = slots_ + EdgeRoom(scanner_.Columns()) / 2 + 1;
+    if (needed > INT_MAX) throw std::length_error("too many runs to label");
     if (needed <= capacity_) return;
     const std::size_t expected = row == 0 ? 0
                                           : slots_ * static_cast<std::size_t>(scanner_.Rows()) /
@@ -261,8 +266,9 @@ class Labeller {
     }
   }
 
-  // How the runs of two rows with many lie can't be foretold: up to two runs above are left behind,
-  // and a label is added or taken, without a branch.
+  // Where the runs of two full rows meet can't be foretold, so up to two runs above are passed
+  // over, and a label is found or added, without a branch. Behind the slot that closes the row
+  // above stands the first run of this row: it is read without effect.
   void LabelManyRuns(std::size_t begin) {
     int* label = &labels_[begin];
     const int* const aboveLabels = &labels_[above_];
@@ -316,8 +322,8 @@ class Labeller {
     }
   }
 
-  // Whether runs in turn often belong to different components where there are many in a row, which
-  // then can't be foretold. A sixteenth of the runs tells it.
+  // Whether consecutive runs often belong to different components, in rasters whose rows have many
+  // runs, where it can't be foretold. A sixteenth of the runs is looked at.
   bool ChangesOften() {
     constexpr std::size_t kSample = 64;
     if (slots_ / kManyRuns < static_cast<std::size_t>(scanner_.Rows())) return false;
@@ -352,7 +358,7 @@ class Labeller {
   Labels sets_;
   std::size_t slots_ = 0;
   std::size_t above_ = 0;  // The first slot of the row above.
-  int repeats_ = 0;  // How many rows in turn, that one the last, were labelled as the one above.
+  int repeats_ = 0;  // How many rows, ending with that one, were labelled as the one above them.
   std::size_t capacity_ = 0;
   Scratch<int> labels_;
   Scratch<Edge> edges_;

@@ -17,12 +17,13 @@ namespace {
 class PointBlock {
  public:
   static constexpr std::size_t kRoom = 508;
-  static constexpr std::size_t kSpare = 16;  // More than an outline adds before it looks for room.
+  // More than a step and the outline behind it add before there is a look at the room.
+  static constexpr std::size_t kSpare = 16;
 
   explicit PointBlock(std::vector<cv::Point>& points) : points_(points) {}
 
   cv::Point* Begin() { return block_; }
-  // The last place at which a step has room.
+  // A step begins no later than here.
   cv::Point* Last() { return block_ + kRoom; }
 
   // The number of points before `end`, those of the list included.
@@ -95,6 +96,7 @@ class Tracer {
     }
     for (std::size_t i = 0; i < count; ++i) {
       const int link = sides_[2 * found[i] + 1].link;
+      // A right side that is left out has no mark, but the left side to which it leads.
       if (link < 0 || sides_[LinkedSide(link)].link < 0) continue;
       if (LinkedRun(link) == found[i]) {
         AddOuter(found[i]);
@@ -130,7 +132,7 @@ class Tracer {
     if (sides_[2 * run].link == LinkToRight(run)) {
       OutlineAlone(run);
     } else {
-      // It never goes on northward from its first pixel.
+      // Nothing lies north of its first pixel, which so becomes a vertex.
       Follow(run, kNorth);
     }
   }
@@ -277,7 +279,7 @@ class Tracer {
     return {static_cast<int>(column), static_cast<int>(row)};
   }
 
-  // Out of the way of what has room.
+  // Seldom called, so not inlined.
   __attribute__((noinline)) cv::Point* Flush(const cv::Point* end) {
     const std::size_t count = block_.CountTo(end);
     // A run has up to four vertices as a rule; what is not filled is not touched.
@@ -285,8 +287,9 @@ class Tracer {
     return block_.Begin();
   }
 
-  // Takes the first vertex from the outline added last. A hole's border leaves it north-eastward,
-  // so it is none where the border comes in that direction too. An outer border always turns there.
+  // Removes the first vertex of the outline added last. A hole's border leaves it north-eastward,
+  // so it is no vertex where the border comes in that direction too. An outer border always turns
+  // there.
   void DropFirst() {
     const std::size_t begin = static_cast<std::size_t>(out_.pointStarts.back());
     if (begin < out_.points.size()) {

@@ -18,7 +18,8 @@ struct Outlines {
 
 /// Fills the other lists, which are empty at entry, with the outlines of the runs that
 /// `outlines.runs` holds: maximal, by row, then by column. Rows may be missing; rows and columns
-/// may be any, but for the outermost eight columns of `int`. Needs nothing of the coder but `Run`.
+/// may be any, but for the outermost eight columns of `int`. Needs nothing of the coder but `Run`
+/// and coder/SideLinks.cpp.
 void TraceRuns(const Outlines& outlines);
 
 #endif  // CODER_RUN_TRACER_H_

@@ -1,13 +1,16 @@
 #include "coder/SideLinks.h"
 
-// The side that follows depends only on the row below (behind a left side) or above (behind a right
-// side), so sides are linked while the rows are read:
+// What follows a left side depends only on the row below, what follows a right side only on the row
+// above, so one pass over the rows links all sides:
 //
-//     ..aaa...bbb..      left of a -> left of c, right of d -> right of b,
-//     .cccc...ddd..      left of c -> right of c where nothing lies below
+//     ..aaa...bbbb..     left of a -> left of c, right of d -> right of b,
+//     .cccc....dd...     left of c -> right of c where nothing lies below
 //
 //     ..aa..bb..         left of b -> right of a: c closes the gap between them from below
 //     ...ccccc..
+//
+//     ..aaa..            left of a -> what follows the left of c, one row down; right of c -> what
+//     ..ccc..            follows the right of a, one row up
 //
 // A turn by 180 degrees maps left sides to right sides, so the same holds for gaps that are closed
 // from above.
@@ -17,14 +20,15 @@ namespace {
 /// A run, and where its sides are.
 struct Place {
   const Run* run;
-  std::size_t left;
+  std::size_t leftSide;
 
   void operator++() {
     ++run;
-    left += 2;
+    leftSide += 2;
   }
-  int ToLeft() const { return static_cast<int>(4 * left); }
-  int ToRight() const { return static_cast<int>(4 * left + 4); }
+  // As LinkToLeft and LinkToRight make them.
+  int ToLeft() const { return static_cast<int>(4 * leftSide); }
+  int ToRight() const { return static_cast<int>(4 * leftSide + 4); }
 };
 
 Place RowEnd(Place place, const Run* end) {
@@ -35,7 +39,7 @@ Place RowEnd(Place place, const Run* end) {
   return place;
 }
 
-// One row more.
+// The link with one row more, as far as it tells them.
 int Stretched(int link) { return link + ((link & kLinkRows) != kLinkRows ? 1 : 0); }
 
 // Which one can't be foretold, so there is no branch.
@@ -44,8 +48,8 @@ int Select(bool condition, int a, int b) { return b ^ ((a ^ b) & -static_cast<in
 // Runs touch, also by a corner, unless one ends before the other begins.
 bool EndsBefore(const Run& run, const Run& other) { return run.LastColumn < other.FirstColumn - 1; }
 
-// Until its own link is known, the left side of a run of the last row links to the side that leads
-// for it: itself, unless it is left out.
+// Until its own link is known, the left side of a run of the row linked last links to its leader:
+// itself, unless it is left out.
 class Linker {
  public:
   explicit Linker(Side* sides) : sides_(sides) {}
@@ -96,8 +100,8 @@ class Linker {
     SetLeft(lower, Select(isStraight, Stretched(leader), lower.ToLeft()));
   }
 
-  // Goes on to the group's last runs. Each further run begins behind a gap that the last one of the
-  // other row closes.
+  // Goes on to the group's last runs. Each further run begins behind a gap that the current run of
+  // the other row closes.
   void CloseGaps(Place& upper, const Run* upperEnd, Place& lower, const Run* lowerEnd) {
     for (;;) {
       if (upper.run + 1 != upperEnd && !EndsBefore(*lower.run, upper.run[1])) {
@@ -119,19 +123,21 @@ class Linker {
   // The right sides of a group's last runs.
   void LinkLast(const Place& upper, const Place& lower) {
     const bool isStraight = upper.run->LastColumn == lower.run->LastColumn;
-    SetRight(lower, Select(isStraight, Stretched(sides_[upper.left + 1].link), upper.ToRight()));
+    SetRight(lower,
+             Select(isStraight, Stretched(sides_[upper.leftSide + 1].link), upper.ToRight()));
   }
 
   void SetLeft(const Place& place, int link) {
-    sides_[place.left] = {link, place.run->FirstColumn};
+    sides_[place.leftSide] = {link, place.run->FirstColumn};
   }
   void SetRight(const Place& place, int link) {
-    sides_[place.left + 1] = {link, place.run->LastColumn};
+    sides_[place.leftSide + 1] = {link, place.run->LastColumn};
   }
 
-  // Gives its link to the side that leads for a left one. Returns the link to the former.
+  // Sets the link of a left side's leader, which keeps its rows. Returns what the left side linked
+  // to: its leader, and the rows down from there.
   int LeadLeft(const Place& place, int link) {
-    const int leader = sides_[place.left].link;
+    const int leader = sides_[place.leftSide].link;
     sides_[LinkedSide(leader)].link = link | (leader & kLinkRows);
     return leader;
   }

@@ -31,13 +31,15 @@ struct Run {
 /// Work and memory are linear in the pixels, the runs and the outlines. Beside its results a call
 /// takes, for a while, room for the edges of two rows (4 bytes a column each) and 24 KB. Finding
 /// components takes instead some 20 bytes a run, as many a row and as many once a column, and sets
-/// aside more than it touches; finding outlines takes in addition 16 bytes a run and 4 bytes an
-/// outline. No row, run or outline has an allocation of its own, but for the lists of Convert. What
-/// the processor offers decides how rows are read, never what comes of it.
+/// memory aside as if the rows to come had half as many runs again as those read; finding outlines
+/// takes in addition 16 bytes a run and 4 bytes an outline. No row, run or outline has an
+/// allocation of its own, but for the lists of Convert. What the processor offers decides how rows
+/// are read, never what comes of it.
 ///
 /// Components and outlines are 8-connected. Nothing is reported; what throws is the allocator, and
-/// FindContours `std::length_error` for more runs than integers can tell apart as outlines. Use a
-/// coder from one thread at a time; the static operations may run on any number.
+/// `std::length_error` where there are more than INT_MAX / 8 runs to outline, or INT_MAX runs and
+/// rows to find components in. Use a coder from one thread at a time; the static operations may run
+/// on any number.
 class VEM_EXPORT VemRLC {
  public:
   VemRLC();  ///< Empty results, ready to list the runs of a raster.

@@ -116,8 +116,7 @@ TEST(RunTracer, RowsMayBeTheFirstAndTheLastNumbersThereAre) {
   }
 }
 
-// Holes begin at sides in the midst of straight walls, and know the outlines of walls that others
-// lead for.
+// A hole may begin at any height of a straight wall, and finds its parent there.
 TEST(RunTracer, HolesBeginAnywhereAlongAWall) {
   for (int height = 1; height < 9; ++height) {
     for (int above = 0; above < 7; ++above) {

@@ -613,8 +613,8 @@ TEST(VemRLC, RowsOfManyRunsMeetInAnyWay) {
   }
 }
 
-// Straight stretches of every height up to one above the other, at every kind of side.
-TEST(VemRLC, RowsMayStandSeveralTimes) {
+// So borders go straight on for up to six rows and more, at every kind of side.
+TEST(VemRLC, RowsMayBeRepeated) {
   std::mt19937 random(12);
   for (int i = 0; i < 1500; ++i) {
     const cv::Mat rows =
