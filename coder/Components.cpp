@@ -192,12 +192,13 @@ class Labeller {
   // to larger blocks touches all of them again.
   void Reserve(int row) {
     const std::size_t needed = slots_ + EdgeRoom(scanner_.Columns()) / 2 + 1;
-    if (needed > INT_MAX) throw std::length_error("too many runs to label");
     if (needed <= capacity_) return;
+    if (needed > INT_MAX) throw std::length_error("too many runs to label");
     const std::size_t expected = row == 0 ? 0
                                           : slots_ * static_cast<std::size_t>(scanner_.Rows()) /
                                                 static_cast<std::size_t>(row);
-    capacity_ = std::max(expected + expected / 2, slots_) + needed + kFirstSlots;
+    capacity_ = std::min<std::size_t>(
+        std::max(expected + expected / 2, slots_) + needed + kFirstSlots, INT_MAX);
     labels_.Grow(slots_, capacity_);
     edges_.Grow(2 * slots_, 2 * capacity_);
     sets_.Reserve(capacity_);
